@@ -1,0 +1,105 @@
+#include "ModelOpening.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <fstream>
+
+#include "geo/Frames.h"
+#include "geo/Prj.h"
+#include "scene/FileNameCase.h"
+#include "scene/engine_interface.h"
+
+namespace {
+
+std::string lowerExtension(const std::string& path) {
+    const auto slash = path.find_last_of("/\\");
+    const auto dot = path.find_last_of('.');
+    if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) return "";
+    std::string ext = path.substr(dot);
+    std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return std::tolower(c); });
+    return ext;
+}
+
+std::string withExtension(const std::string& path, const std::string& extension) {
+    const auto slash = path.find_last_of("/\\");
+    const auto dot = path.find_last_of('.');
+    if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) return path + extension;
+    return path.substr(0, dot) + extension;
+}
+
+}  // namespace
+
+int ModelTypeOfExtension(const std::string& path) {
+    const std::string ext = lowerExtension(path);
+    if (ext == ".obj") return AT3D_READ_OBJ;
+    if (ext == ".dae") return AT3D_READ_DAE;
+    if (ext == ".3ds") return AT3D_READ_3DS;
+    if (ext == ".stl") return AT3D_READ_STL;
+    if (ext == ".dxf") return AT3D_READ_DXF;
+    if (ext == ".cob") return AT3D_READ_COB;
+    if (ext == ".atm") return AT3D_READ_ATM;
+    return -1;
+}
+
+std::string FindOffsetFile(const std::string& modelPath) {
+    const std::string offset = FindFileNoCase(FolderOf(modelPath) + "offset.txt");
+    if (!offset.empty()) return offset;
+    return FindFileNoCase(withExtension(modelPath, ".zuz"));
+}
+
+bool ReadOffsetFile(const std::string& path, double Offset[3]) {
+    std::ifstream in(path, std::ios::binary);
+    std::string line;
+    if (!in || !std::getline(in, line)) return false;
+    std::replace(line.begin(), line.end(), ',', ' ');
+    std::sscanf(line.c_str(), "%lf%lf%lf", &Offset[0], &Offset[1], &Offset[2]);
+    return true;
+}
+
+std::string FindPrjFile(const std::string& modelPath) { return FindFileNoCase(withExtension(modelPath, ".prj")); }
+
+bool OpenModelHeadless(const std::string& modelPath, OpenedModel& opened) {
+    FrameState& frame = frameState();
+    opened = OpenedModel{};
+    opened.path = modelPath;
+    opened.type = ModelTypeOfExtension(modelPath);
+    opened.isObj = opened.type == AT3D_READ_OBJ;
+    std::fill(frame.OriginalobjectCenter, frame.OriginalobjectCenter + 3, 0.0);
+
+    opened.prjPath = FindPrjFile(modelPath);
+    if (!opened.prjPath.empty()) opened.epsg = EpsgFromPrjFile(opened.prjPath);
+    opened.offsetPath = FindOffsetFile(modelPath);
+    if (!opened.offsetPath.empty()) ReadOffsetFile(opened.offsetPath, frame.Offset);
+
+    At3d_Clear();
+    At3d_WriteFlag(LIBFLAG_READ_134, 0);
+    At3d_WriteFlag(LIBFLAG_SCENE_77, 0);
+    At3d_WriteFlag(LIBFLAG_READ_296, 1);
+    At3d_WriteFlag(LIBFLAG_READ_263, 0);
+    At3d_WriteFlag(LIBFLAG_READ_91, 1);
+    opened.fileLoaded = opened.type < 0 ? 0 : At3d_Read(opened.type, modelPath.c_str(), 1);
+    if (!opened.fileLoaded) return false;
+
+    // Frame set-up; the order matters.
+    At3d_WriteFlag(LIBFLAG_READ_109, 0);
+    At3d_WriteFlag(LIBFLAG_ROTATE_181, 1);
+    At3d_WriteFlag(LIBFLAG_READ_123, 1);
+    At3d_GetObjectCenter(frame.BeforeRotateCenter);
+    At3d_GetObjectMinMax(frame.BeforeRotateModelMinMax);
+    At3d_GetObjectMinMax(frame.OriginalModelMinMax);
+    if (opened.isObj) At3d_RotateObjectX_90Minus();
+    At3d_GetObjectCenter(frame.AfterRotateCenter);
+    At3d_GetObjectMinMax(frame.AfterRotateModelMinMax);
+    for (int i = 0; i < 6; ++i) frame.OriginalModelMinMax[i] += frame.Offset[i / 2];
+    if (frame.OriginalobjectCenter[0] + frame.OriginalobjectCenter[1] + frame.OriginalobjectCenter[2] == 0) {
+        At3d_GetObjectCenter(frame.OriginalobjectCenter);
+        At3d_WriteFlag(LIBFLAG_ROTATE_181, 0);
+        At3d_ViewBottom();
+        At3d_GetObjectCenter(frame.OCENTER);
+        At3d_SetObject_XYZCenter();
+        At3d_GetObjectCenter(frame.LOCALCENTER);
+    }
+    At3d_VertNormAllCalculate();
+    return true;
+}

@@ -1,0 +1,45 @@
+#include "CliSupport.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+
+#include "CliCommands.h"
+#include "scene/engine_interface.h"
+
+namespace {
+void logToStderr(const char* line) { std::fprintf(stderr, "%s\n", line); }
+}  // namespace
+
+bool ParseCliNumber(const std::string& word, double& value) {
+    const char* begin = word.data();
+    const char* end = begin + word.size();
+    if (begin != end && *begin == '+') ++begin;
+    auto [next, ec] = std::from_chars(begin, end, value);
+    return ec == std::errc() && next == end && std::isfinite(value);
+}
+
+int CliUsageError(const std::string& message, const char* usage) {
+    std::fprintf(stderr, "error: %s\nusage: %s\n", message.c_str(), usage);
+    return CLI_BAD_ARGUMENTS;
+}
+
+bool OpenModelForCli(const std::string& path, OpenedModel& opened) {
+    At3d_Set_Log_Function(logToStderr);
+    At3d_Start();
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) {
+        std::fprintf(stderr, "Missing\n%s\n", path.c_str());
+        return false;
+    }
+    if (ModelTypeOfExtension(path) < 0) {
+        std::fprintf(stderr, "error: not a model file: %s\n", path.c_str());
+        return false;
+    }
+    if (!OpenModelHeadless(path, opened)) {
+        std::fprintf(stderr, "error: the model could not be read: %s\n", path.c_str());
+        return false;
+    }
+    return true;
+}

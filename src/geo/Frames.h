@@ -1,0 +1,28 @@
+// The frames of the open model: map = file + Offset, local = file -
+// OriginalobjectCenter, so map = local + OC.
+#pragma once
+
+struct FrameState {
+    double OriginalobjectCenter[3] = {0, 0, 0};
+    double Offset[3] = {0, 0, 0};
+    double OCENTER[3] = {0, 0, 0};
+    double LOCALCENTER[3] = {0, 0, 0};
+    double OriginalModelMinMax[6] = {0, 0, 0, 0, 0, 0};
+    double BeforeRotateCenter[3] = {0, 0, 0};
+    double BeforeRotateModelMinMax[6] = {0, 0, 0, 0, 0, 0};
+    double AfterRotateCenter[3] = {0, 0, 0};
+    double AfterRotateModelMinMax[6] = {0, 0, 0, 0, 0, 0};
+    double SCALE = 1;
+};
+
+FrameState& frameState();
+void resetFrameState();
+
+// Shift from the local frame to the map frame on axis I (0 east, 1 north, 2 up).
+double OC(int I);
+
+// Ground height under a map point, from a ray coming down from high above:
+// the highest surface. -9999 where no mesh lies.
+double GetZFromXY(double X, double Y);
+// The same in the local frame with the ray going up: the lowest surface.
+double GetZFromXYLocal(double X, double Y);
