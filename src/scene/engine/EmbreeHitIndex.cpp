@@ -199,13 +199,27 @@ private:
         return usable;
     }
 
-    // The hit point on the surface, from the double vertices of the triangle.
+    // The hit point, worked out again in double: where the ray meets the
+    // plane of the triangle that Embree found (its barycentrics are floats,
+    // good to a few micrometres only). A ray grazing the plane keeps the
+    // barycentric point.
     void finishHit(const double origin[3], const double direction[3], RayHit& hit) const {
         const Layer& layer = layers_[static_cast<std::size_t>(hit.layerIndex)];
         const std::uint32_t* corner = &layer.triangles[hit.primitive * 3];
         const double* p0 = &layer.positions[corner[0] * 3];
         const double* p1 = &layer.positions[corner[1] * 3];
         const double* p2 = &layer.positions[corner[2] * 3];
+        const double e1[3] = {p1[0] - p0[0], p1[1] - p0[1], p1[2] - p0[2]};
+        const double e2[3] = {p2[0] - p0[0], p2[1] - p0[1], p2[2] - p0[2]};
+        const double n[3] = {e1[1] * e2[2] - e1[2] * e2[1], e1[2] * e2[0] - e1[0] * e2[2],
+                             e1[0] * e2[1] - e1[1] * e2[0]};
+        const double facing = n[0] * direction[0] + n[1] * direction[1] + n[2] * direction[2];
+        const double nLength = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
+        if (std::fabs(facing) > 1e-9 * nLength) {
+            hit.t = (n[0] * (p0[0] - origin[0]) + n[1] * (p0[1] - origin[1]) + n[2] * (p0[2] - origin[2])) / facing;
+            for (int k = 0; k < 3; ++k) hit.point[k] = origin[k] + hit.t * direction[k];
+            return;
+        }
         const double w0 = 1.0 - hit.u - hit.v;
         hit.t = 0;
         for (int k = 0; k < 3; ++k) {

@@ -1,0 +1,193 @@
+// The segment test that measuring and the solar shading stand on.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <thread>
+#include <vector>
+
+#include "scene/engine_interface.h"
+#include "support/SceneBuilders.h"
+#include "support/TestSupport.h"
+
+using testsupport::addLayer;
+using testsupport::makeSquare;
+
+namespace {
+
+class LineMesh : public ::testing::Test {
+protected:
+    testsupport::EngineFixtureGuard engine;
+    void SetUp() override {
+        // Three floors stacked at z = 0, 10 and 20 over the same square.
+        addLayer(makeSquare("ground", 0, 0, 0, 100));
+        addLayer(makeSquare("floor10", 0, 0, 10, 20));
+        addLayer(makeSquare("floor20", 0, 0, 20, 20));
+    }
+};
+
+}  // namespace
+
+TEST_F(LineMesh, WithoutAModelNothingIsHit) {
+    At3d_Clear();
+    const double v1[3] = {0, 0, 100}, v2[3] = {0, 0, -100};
+    double hit[3];
+    EXPECT_EQ(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+}
+
+TEST_F(LineMesh, VerticalSegmentDownFindsTheHighestSurfaceNearestToV1) {
+    const double v1[3] = {1, 2, 9999}, v2[3] = {1, 2, -9999};
+    double hit[3] = {0, 0, 0};
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+    EXPECT_DOUBLE_EQ(hit[0], 1);
+    EXPECT_DOUBLE_EQ(hit[1], 2);
+    EXPECT_DOUBLE_EQ(hit[2], 20);
+}
+
+TEST_F(LineMesh, UpwardSegmentFindsTheLowestSurface) {
+    const double v1[3] = {1, 2, -9999}, v2[3] = {1, 2, 9999};
+    double hit[3];
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+    EXPECT_DOUBLE_EQ(hit[2], 0);
+}
+
+TEST_F(LineMesh, ZeroLengthSegmentGivesNoHit) {
+    const double v[3] = {0, 0, 0};
+    double hit[3];
+    EXPECT_EQ(At3d_Get_Line_Mesh_Intersection_Point(v, v, 0, hit, 0), 0);
+    EXPECT_EQ(At3d_Get_Line_Mesh_Intersection_Point(v, v, 0, hit, 1), 0);
+}
+
+TEST_F(LineMesh, SkipLongerThanTheSegmentGivesNoHit) {
+    const double v1[3] = {0, 0, 25}, v2[3] = {0, 0, -5};
+    double hit[3];
+    EXPECT_EQ(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 31, hit, 0), 0);
+    EXPECT_EQ(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 31, hit, 1), 0);
+}
+
+TEST_F(LineMesh, HitsCloserThanTheSkipDistanceAreIgnored) {
+    const double v1[3] = {0, 0, 25}, v2[3] = {0, 0, -5};
+    double hit[3];
+    // 5 m down is the floor at 20; skipping 6 m leaves the floor at 10 first.
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 6, hit, 0), 0);
+    EXPECT_DOUBLE_EQ(hit[2], 10);
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 16, hit, 0), 0);
+    EXPECT_DOUBLE_EQ(hit[2], 0);
+}
+
+TEST_F(LineMesh, SegmentEndingAboveASurfaceDoesNotReachIt) {
+    const double v1[3] = {0, 0, 25}, v2[3] = {0, 0, 20.5};
+    double hit[3];
+    EXPECT_EQ(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+    EXPECT_EQ(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 1), 0);
+}
+
+TEST_F(LineMesh, FirstHitModeReturnsAPointOnAQualifyingSurface) {
+    const double v1[3] = {3, -4, 25}, v2[3] = {3, -4, -5};
+    double hit[3];
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 6, hit, 1), 0);
+    EXPECT_DOUBLE_EQ(hit[0], 3);
+    EXPECT_DOUBLE_EQ(hit[1], -4);
+    // Any surface beyond the skip distance qualifies, never the one at 20.
+    EXPECT_TRUE(hit[2] == 10 || hit[2] == 0) << hit[2];
+}
+
+TEST_F(LineMesh, LayersSwitchedOffAreNotTested) {
+    const double v1[3] = {0, 0, 100}, v2[3] = {0, 0, -100};
+    double hit[3];
+    ASSERT_EQ(At3d_SetLayerOutputFlag("floor20", 0), 1);
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+    EXPECT_DOUBLE_EQ(hit[2], 10);
+    At3d_SetLayerOutputFlag("floor20", 1);
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+    EXPECT_DOUBLE_EQ(hit[2], 20);
+}
+
+TEST_F(LineMesh, MovedAndDeletedLayersAreSeenAtTheNextQuery) {
+    const double v1[3] = {0, 0, 100}, v2[3] = {0, 0, -100};
+    double hit[3];
+    const double up[3] = {0, 0, 5};
+    At3d_Mesh_Static_Translate("floor20", 1, up);
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+    EXPECT_DOUBLE_EQ(hit[2], 25);
+    At3d_DeleteLayer("floor20");
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+    EXPECT_DOUBLE_EQ(hit[2], 10);
+}
+
+TEST_F(LineMesh, SlantedSegmentHitsWhereTheLineCrossesThePlane) {
+    // Along z = 5 - x: height 20 is crossed at x = -15, outside that floor's
+    // 20 m square; height 10 at x = -5, inside its square.
+    const double v1[3] = {-25, 0, 30}, v2[3] = {35, 0, -30};
+    double hit[3];
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+    EXPECT_NEAR(hit[0], -5, 1e-9);
+    EXPECT_NEAR(hit[1], 0, 1e-9);
+    EXPECT_NEAR(hit[2], 10, 1e-9);
+}
+
+TEST_F(LineMesh, BatchCallAgreesWithSingleCalls) {
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> coordinate(-60, 60);
+    const int count = 3000;
+    std::vector<double> v1s(count * 3), v2s(count * 3);
+    for (int i = 0; i < count * 3; ++i) {
+        v1s[i] = coordinate(random);
+        v2s[i] = coordinate(random);
+    }
+    for (int exitFirst : {0, 1}) {
+        std::vector<double> points(count * 3, 0.0);
+        std::vector<int> results(count, -1);
+        const int hits = At3d_Get_Line_Mesh_Intersection_Points(count, v1s.data(), v2s.data(), 0.5, points.data(),
+                                                                results.data(), exitFirst);
+        int expectedHits = 0;
+        for (int i = 0; i < count; ++i) {
+            double hit[3];
+            const int single =
+                At3d_Get_Line_Mesh_Intersection_Point(&v1s[3 * i], &v2s[3 * i], 0.5, hit, exitFirst) > 0 ? 1 : 0;
+            expectedHits += single;
+            ASSERT_EQ(results[i], single) << "segment " << i;
+            if (single && exitFirst == 0)
+                for (int k = 0; k < 3; ++k) EXPECT_NEAR(points[3 * i + k], hit[k], 1e-6);
+        }
+        EXPECT_EQ(hits, expectedHits);
+        EXPECT_GT(hits, 100);
+    }
+}
+
+TEST_F(LineMesh, ThreadsGetTheSameAnswersAsOneThread) {
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> coordinate(-60, 60);
+    const int count = 20000;
+    std::vector<double> v1s(count * 3), v2s(count * 3);
+    for (int i = 0; i < count * 3; ++i) {
+        v1s[i] = coordinate(random);
+        v2s[i] = coordinate(random);
+    }
+    auto run = [&](int begin, int end, std::vector<double>& out) {
+        for (int i = begin; i < end; ++i) {
+            double hit[3] = {-1, -1, -1};
+            if (At3d_Get_Line_Mesh_Intersection_Point(&v1s[3 * i], &v2s[3 * i], 0.5, hit, 0) <= 0)
+                hit[0] = hit[1] = hit[2] = -9999;
+            for (int k = 0; k < 3; ++k) out[3 * i + k] = hit[k];
+        }
+    };
+    std::vector<double> single(count * 3), threaded(count * 3);
+    run(0, count, single);
+    At3d_SetLayerOutputFlag("ground", 0);  // forces a rebuild the threads race to
+    At3d_SetLayerOutputFlag("ground", 1);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) threads.emplace_back(run, t * count / 4, (t + 1) * count / 4, std::ref(threaded));
+    for (auto& t : threads) t.join();
+    EXPECT_EQ(single, threaded);
+}
+
+TEST(LineMeshPrecision, MapSizedCoordinatesKeepMillimetres) {
+    testsupport::EngineFixtureGuard engine;
+    addLayer(makeSquare("far", 3612000.456, 663000.125, 47.123, 4));
+    const double v1[3] = {3612000.789, 663000.321, 100}, v2[3] = {3612000.789, 663000.321, 0};
+    double hit[3];
+    ASSERT_GT(At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0), 0);
+    EXPECT_NEAR(hit[0], 3612000.789, 1e-6);
+    EXPECT_NEAR(hit[1], 663000.321, 1e-6);
+    EXPECT_NEAR(hit[2], 47.123, 1e-6);
+}
