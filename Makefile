@@ -1,0 +1,34 @@
+# The two set-up commands of the README: `make run` and `make test`.
+BUILD ?= build
+JOBS ?= $(shell nproc)
+CLI := $(BUILD)/src/zorvex64-cli
+SITE := samples/site/DemoSite.obj
+
+.PHONY: deps configure build run test bench sample clean
+
+deps:
+	bash scripts/install-deps.sh
+
+configure: deps
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+
+build: configure
+	cmake --build $(BUILD) -j $(JOBS)
+
+# The main job on the bundled demo site.
+run: build
+	bash scripts/main-job.sh $(CLI) $(SITE)
+
+test: build
+	cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 600
+
+# Speed figures; they need a few GB of disk in /tmp for generated meshes.
+bench: build
+	bash scripts/run-benchmarks.sh $(BUILD)
+
+# Writes the demo site anew (it is committed; the generator is deterministic).
+sample: build
+	$(BUILD)/tools/sitegen/zv-sitegen samples/site
+
+clean:
+	rm -rf $(BUILD)

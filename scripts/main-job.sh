@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# The main job on the demo site: the model's facts, then one shadow ray from
+# the south roof of the house towards a low winter afternoon sun, which the
+# tree south-west of the house blocks.
+# Usage: main-job.sh CLI MODEL
+set -euo pipefail
+CLI=$1
+MODEL=$2
+
+echo "== $MODEL"
+"$CLI" info "$MODEL"
+
+# A point on the south roof, in the map frame (file x -20, y 8 plus the offset).
+X=178480.000
+Y=663508.000
+Z=$("$CLI" ground "$MODEL" "$X" "$Y")
+echo "== roof height at $X $Y: $Z"
+
+# Sun at azimuth 232.6 degrees, 15 degrees above the horizon; a ray of 1000 m
+# from 0.5 m above the roof, skipping the first 0.5 m as the solar shading does.
+read -r X2 Y2 Z2 Z1 < <(awk -v x="$X" -v y="$Y" -v z="$Z" 'BEGIN {
+  pi = atan2(0, -1); az = 232.6 * pi / 180; el = 15 * pi / 180; z1 = z + 0.5
+  printf "%.3f %.3f %.3f %.3f\n", x + 1000 * sin(az) * cos(el), y + 1000 * cos(az) * cos(el), z1 + 1000 * sin(el), z1 }')
+echo "== shadow ray towards the sun at azimuth 232.6, elevation 15"
+"$CLI" ray "$MODEL" "$X" "$Y" "$Z1" "$X2" "$Y2" "$Z2" --skip 0.5 --first
