@@ -1,6 +1,5 @@
 #include "EngineSession.h"
 
-#include <cmath>
 #include <cstring>
 #include <initializer_list>
 
@@ -63,11 +62,7 @@ int Get_MeasureList_Item(int index, MEASURE_DATA* ptr) {
                                                  &ptr->obstruction_Flag, &ptr->lineWidth, ptr->rgb_Line_Array,
                                                  ptr->vertex1, ptr->vertex2, ptr->observer, ptr->obstruction);
     if (!result) return 0;
-    const double* a = ptr->vertex1;
-    const double* b = ptr->vertex2;
-    ptr->distance = std::sqrt((b[0] - a[0]) * (b[0] - a[0]) + (b[1] - a[1]) * (b[1] - a[1]) +
-                              (b[2] - a[2]) * (b[2] - a[2]));
-    return result;
+    return At3d_MeasureList_Get_Distances(index, &ptr->distance, &ptr->obstruction_Distance);
 }
 
 int Get_Billboard_Data(int index, BILLBOARD_DATA* data) {

@@ -235,6 +235,8 @@ int At3d_MeasureList_Add_Current(const char* id, float lineWidth, const float* r
 int At3d_MeasureList_Get_Item(int index, char* id, int* visible, int* observer, int* obstruction,
                               float* lineWidth, float* rgb, double* vertex1, double* vertex2,
                               double* observerPoint, double* obstructionPoint);
+// The distances the engine worked out for an item.
+int At3d_MeasureList_Get_Distances(int index, double* distance, double* obstructionDistance);
 int At3d_MeasureList_Replace_Item(int index, const char* id, int visible, int observer, int obstruction,
                                   float lineWidth, const float* rgb, const double* vertex1,
                                   const double* vertex2, const double* observerPoint,

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <vector>
 
 #include "scene/EngineSession.h"
 #include "scene/engine/EngineState.h"
@@ -231,4 +232,46 @@ TEST(EngineFrames, OglAndDllFramesAreInverse) {
 TEST(EngineRenderer, ThumbnailWithoutARendererAnswersZero) {
     EngineFixtureGuard engine;
     EXPECT_EQ(At3d_Save_Thumbnail_Image("/tmp/x.jpg", 100, 100), 0);
+}
+
+TEST(EngineWrappers, MeasureRecordCarriesTheEnginesDistances) {
+    EngineFixtureGuard engine;
+    const double a[3] = {0, 0, 0}, b[3] = {3, 4, 12}, observer[3] = {0, 0, 2}, obstruction[3] = {0, 3, 6};
+    const float rgb[3] = {1, 0, 0};
+    ASSERT_EQ(At3d_MeasureList_Add_Item("m", 1, 1, 1, 2, rgb, a, b, observer, obstruction), 1);
+    MEASURE_DATA record{};
+    ASSERT_EQ(Get_MeasureList_Item(0, &record), 1);
+    EXPECT_STREQ(record.id, "m");
+    EXPECT_DOUBLE_EQ(record.distance, 13);
+    EXPECT_DOUBLE_EQ(record.obstruction_Distance, 5);  // from the observer: (0, 3, 4)
+    EXPECT_EQ(Get_MeasureList_Item(1, &record), 0);
+}
+
+TEST(EngineWrappers, BillboardRecordRoundTripWithPaddedRows) {
+    EngineFixtureGuard engine;
+    // 5 x 2 pixels of 3 bytes: rows of 15 bytes padded to 16.
+    std::vector<UInt8> image(32);
+    for (std::size_t i = 0; i < image.size(); ++i) image[i] = static_cast<UInt8>(i + 1);
+    const float rgb[3] = {0, 1, 0};
+    const double position[3] = {1, 2, 3}, pivot[3] = {1, 2, 3}, rotation[3] = {0, 0, 45};
+    ASSERT_EQ(At3d_Measure_Billboard_Add_Item("Tree|12", image.data(), 5, 2, 0, 1, 0, 1, 0, 2, rgb, 3, 7.5, position,
+                                              pivot, rotation),
+              1);
+    BILLBOARD_DATA data{};
+    ASSERT_EQ(Get_Billboard_Data(0, &data), 1);
+    EXPECT_STREQ(data.id, "Tree|12");
+    EXPECT_EQ(data.imageSize, 32);
+    ASSERT_NE(data.imagePtr, nullptr);
+    EXPECT_EQ(std::vector<UInt8>(data.imagePtr, data.imagePtr + 32), image);
+    EXPECT_DOUBLE_EQ(data.height, 7.5);
+    EXPECT_DOUBLE_EQ(data.rotationStatic[2], 45);
+    data.position[2] = 9;
+    data.imagePtr[0] = 200;
+    ASSERT_EQ(Replace_Billboard_Data(0, &data), 1);
+    BILLBOARD_DATA again{};
+    ASSERT_EQ(Get_Billboard_Data(0, &again), 1);
+    EXPECT_DOUBLE_EQ(again.position[2], 9);
+    EXPECT_EQ(again.imagePtr[0], 200);
+    delete[] data.imagePtr;
+    delete[] again.imagePtr;
 }

@@ -29,7 +29,7 @@ RTCDevice sharedDevice() {
 struct RecordingContext {
     RTCIntersectContext base;
     RayHit* hits;
-    bool* found;
+    std::uint8_t* found;
 };
 
 void recordOcclusion(const RTCFilterFunctionNArguments* args) {
@@ -42,7 +42,7 @@ void recordOcclusion(const RTCFilterFunctionNArguments* args) {
         hit.primitive = RTCHitN_primID(args->hit, args->N, i);
         hit.u = RTCHitN_u(args->hit, args->N, i);
         hit.v = RTCHitN_v(args->hit, args->N, i);
-        context->found[id] = true;
+        context->found[id] = 1;
     }
 }
 
@@ -109,7 +109,7 @@ public:
     bool intersectAny(const double origin[3], const double direction[3], double tNear, double tFar,
                       RayHit& hit) const override {
         prepareRayThread();
-        bool found = false;
+        std::uint8_t found = 0;
         RecordingContext context;
         rtcInitIntersectContext(&context.base);
         context.hits = &hit;
@@ -123,7 +123,7 @@ public:
     }
 
     void intersectSegments(int count, const double* v1s, const double* v2s, double skipDistance, bool nearest,
-                           RayHit* hits, bool* found) const override {
+                           RayHit* hits, std::uint8_t* found) const override {
         prepareRayThread();
         constexpr int BLOCK = 256;
         double directions[BLOCK * 3];
@@ -138,7 +138,7 @@ public:
             if (nearest) {
                 RTCRayHit rays[BLOCK];
                 for (int i = 0; i < n; ++i) {
-                    found[start + i] = false;
+                    found[start + i] = 0;
                     cast[i] = prepareSegment(v1s + 3 * (start + i), v2s + 3 * (start + i), skipDistance,
                                              directions + 3 * i, rays[i].ray, i);
                     rays[i].hit.geomID = RTC_INVALID_GEOMETRY_ID;
@@ -152,12 +152,12 @@ public:
                     hit.primitive = rays[i].hit.primID;
                     hit.u = rays[i].hit.u;
                     hit.v = rays[i].hit.v;
-                    found[start + i] = true;
+                    found[start + i] = 1;
                 }
             } else {
                 RTCRay rays[BLOCK];
                 for (int i = 0; i < n; ++i) {
-                    found[start + i] = false;
+                    found[start + i] = 0;
                     cast[i] = prepareSegment(v1s + 3 * (start + i), v2s + 3 * (start + i), skipDistance,
                                              directions + 3 * i, rays[i], i);
                 }

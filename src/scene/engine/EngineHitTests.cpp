@@ -1,6 +1,7 @@
 // Segment-against-mesh tests: the hot path of measuring and of the solar
 // shading, which casts millions of sun rays from many threads.
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
 #include "EngineState.h"
@@ -34,11 +35,10 @@ int At3d_Get_Line_Mesh_Intersection_Points(int count, const double* v1s, const d
         return 0;
     }
     thread_local std::vector<engine::RayHit> hits;
-    thread_local std::vector<char> found;
+    thread_local std::vector<std::uint8_t> found;
     hits.resize(static_cast<std::size_t>(count));
     found.resize(static_cast<std::size_t>(count));
-    index->intersectSegments(count, v1s, v2s, skipDistance, exitFirstHitFlag != 1, hits.data(),
-                             reinterpret_cast<bool*>(found.data()));
+    index->intersectSegments(count, v1s, v2s, skipDistance, exitFirstHitFlag != 1, hits.data(), found.data());
     int hitCount = 0;
     for (int i = 0; i < count; ++i) {
         const bool hit = found[static_cast<std::size_t>(i)] != 0;

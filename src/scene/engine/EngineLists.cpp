@@ -176,6 +176,14 @@ int At3d_MeasureList_Get_Item(int index, char* id, int* visible, int* observer, 
     return 1;
 }
 
+int At3d_MeasureList_Get_Distances(int index, double* distance, double* obstructionDistance) {
+    if (!validMeasureIndex(index)) return 0;
+    const MEASURE_DATA& item = engineState().measures[std::size_t(index)];
+    if (distance) *distance = item.distance;
+    if (obstructionDistance) *obstructionDistance = item.obstruction_Distance;
+    return 1;
+}
+
 int At3d_MeasureList_Replace_Item(int index, const char* id, int visible, int observer, int obstruction,
                                   float lineWidth, const float* rgb, const double* vertex1,
                                   const double* vertex2, const double* observerPoint,

@@ -2,6 +2,7 @@
 // Built once per scene state; every query is const and thread-safe.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -28,9 +29,9 @@ public:
     // Any hit in that range; the traversal stops at the first one found.
     virtual bool intersectAny(const double origin[3], const double direction[3], double tNear, double tFar,
                               RayHit& hit) const = 0;
-    // Segments in bulk: fills hits[i] and returns per segment whether it hit.
+    // Segments in bulk: fills hits[i], and found[i] with 1 where segment i hit.
     virtual void intersectSegments(int count, const double* v1s, const double* v2s, double skipDistance,
-                                   bool nearest, RayHit* hits, bool* found) const = 0;
+                                   bool nearest, RayHit* hits, std::uint8_t* found) const = 0;
     virtual std::size_t triangleCount() const = 0;
 };
 
