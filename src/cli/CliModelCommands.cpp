@@ -12,8 +12,6 @@ void printSix(const char* key, const double v[6]) {
     std::printf("%s: %.3f %.3f %.3f %.3f %.3f %.3f\n", key, v[0], v[1], v[2], v[3], v[4], v[5]);
 }
 
-}  // namespace
-
 int CliInfo(const std::vector<std::string>& args) {
     constexpr const char* usage = "zorvex64-cli info MODEL";
     if (args.size() != 1) return CliUsageError("info takes one model file", usage);
@@ -88,3 +86,9 @@ int CliGround(const std::vector<std::string>& args) {
         std::printf("%.3f\n", z);
     return CLI_OK;
 }
+
+}  // namespace
+
+ZV_CLI_COMMAND("info", "MODEL", CliInfo);
+ZV_CLI_COMMAND("ray", "MODEL X1 Y1 Z1 X2 Y2 Z2 [--skip D] [--first]", CliRay);
+ZV_CLI_COMMAND("ground", "MODEL X Y", CliGround);

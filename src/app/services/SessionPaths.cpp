@@ -1,0 +1,8 @@
+#include "SessionPaths.h"
+
+SessionPaths& sessionPaths() {
+    static SessionPaths paths;
+    return paths;
+}
+
+void resetSessionPaths() { sessionPaths() = SessionPaths{}; }
