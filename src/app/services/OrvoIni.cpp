@@ -3,6 +3,7 @@
 #include <QSaveFile>
 // Settings are 8-bit text kept as they are; no wide-character conversion.
 #define SI_NO_CONVERSION
+#define SI_IMPLEMENTATION
 #include <SimpleIni.h>
 
 struct OrvoIni::Store {
