@@ -14,13 +14,7 @@ namespace {
 
 using engine::engineState;
 
-constexpr double kTol = 1e-9;
-
-void expectVec(const double* actual, double x, double y, double z, double tol = kTol) {
-    EXPECT_NEAR(actual[0], x, tol);
-    EXPECT_NEAR(actual[1], y, tol);
-    EXPECT_NEAR(actual[2], z, tol);
-}
+using testsupport::expectVec;
 
 class CameraTest : public ::testing::Test {
 protected:

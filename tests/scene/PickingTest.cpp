@@ -12,11 +12,15 @@
 #include "scene/engine/CameraMath.h"
 #include "scene/engine/EngineState.h"
 #include "scene/engine_interface.h"
+#include "support/SceneBuilders.h"
 #include "support/TestSupport.h"
 
 namespace {
 
 using engine::engineState;
+using testsupport::expectRgb;
+using testsupport::makeRectangle;
+using testsupport::makeWallX;
 
 struct Notice {
     void* window;
@@ -32,25 +36,6 @@ void recordNotice(void* window, int message, int wParam, int lParam) {
     notices().push_back({window, message, wParam, lParam});
 }
 
-// Flat quad at height z over [x0, x1] x [y0, y1], UV (0,0) at its south-west corner.
-engine::Layer groundQuad(const std::string& name, double x0, double y0, double x1, double y1, double z) {
-    engine::Layer layer;
-    layer.name = name;
-    layer.positions = {x0, y0, z, x1, y0, z, x1, y1, z, x0, y1, z};
-    layer.texCoords = {0, 0, 1, 0, 1, 1, 0, 1};
-    layer.triangles = {0, 1, 2, 0, 2, 3};
-    return layer;
-}
-
-// Vertical wall in the plane x = x0, from y0 to y1 and z0 to z1.
-engine::Layer wallQuad(const std::string& name, double x0, double y0, double y1, double z0, double z1) {
-    engine::Layer layer;
-    layer.name = name;
-    layer.positions = {x0, y0, z0, x0, y1, z0, x0, y1, z1, x0, y0, z1};
-    layer.triangles = {0, 1, 2, 0, 2, 3};
-    return layer;
-}
-
 void setScene(std::vector<engine::Layer> layers) {
     engineState().layers = std::move(layers);
     engine::invalidateHitIndex();
@@ -64,12 +49,6 @@ void topView(double vx, double vy) {
     At3d_SetCameraDistance(10);
     At3d_SetCameraFieldOfView(0, 90);
     At3d_Size(101, 101);
-}
-
-void expectRgb(const float* rgb, float r, float g, float b, float tol = 1e-6f) {
-    EXPECT_NEAR(rgb[0], r, tol);
-    EXPECT_NEAR(rgb[1], g, tol);
-    EXPECT_NEAR(rgb[2], b, tol);
 }
 
 class PickingTest : public ::testing::Test {
@@ -98,9 +77,9 @@ protected:
 
     // Textured 10 x 10 ground at z = 0 from the origin, and a plain one east of it.
     void texturedGround() {
-        engine::Layer ground = groundQuad("Ground", 0, 0, 10, 10, 0);
+        engine::Layer ground = makeRectangle("Ground", 0, 0, 10, 10, 0);
         ground.texturePath = quadrantTexture();
-        engine::Layer plain = groundQuad("Plain", 10, 0, 20, 10, 0);
+        engine::Layer plain = makeRectangle("Plain", 10, 0, 20, 10, 0);
         plain.texCoords.clear();
         plain.diffuse[0] = 0.2f;
         plain.diffuse[1] = 0.4f;
@@ -258,7 +237,7 @@ TEST_F(PickingTest, ObserverFollowsPointOne) {
 TEST_F(PickingTest, ObstructionOnTheLineOfSight) {
     // Ground 20 x 10 with a 5 m wall across it at x = 10; looking down on
     // the wall's middle from 20 m.
-    setScene({groundQuad("Ground", 0, 0, 20, 10, 0), wallQuad("Wall", 10, 0, 10, 0, 5)});
+    setScene({makeRectangle("Ground", 0, 0, 20, 10, 0), makeWallX("Wall", 10, 0, 10, 0, 5)});
     At3d_ViewTop();
     At3d_SetCameraViewPoint(10, 5, 0);
     At3d_SetCameraDistance(20);
@@ -313,7 +292,7 @@ TEST_F(PickingTest, ObstructionOnTheLineOfSight) {
 }
 
 TEST_F(PickingTest, ClipMovesPointTwoToTheObstruction) {
-    setScene({groundQuad("Ground", 0, 0, 20, 10, 0), wallQuad("Wall", 10, 0, 10, 0, 5)});
+    setScene({makeRectangle("Ground", 0, 0, 20, 10, 0), makeWallX("Wall", 10, 0, 10, 0, 5)});
     topView(10, 5);
     auto& rb = engineState().rubberband;
     EXPECT_EQ(At3d_Clip_At_Mesh_Obstruction_Point(), 0);

@@ -14,11 +14,7 @@ namespace {
 
 using engine::TextureImage;
 
-void expectRgb(const float* rgb, float r, float g, float b, float tol) {
-    EXPECT_NEAR(rgb[0], r, tol);
-    EXPECT_NEAR(rgb[1], g, tol);
-    EXPECT_NEAR(rgb[2], b, tol);
-}
+using testsupport::expectRgb;
 
 // Four flat quadrants: red top-left, green top-right, blue bottom-left,
 // yellow bottom-right.

@@ -1,5 +1,7 @@
 #include "support/TestSupport.h"
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -11,6 +13,21 @@
 namespace fs = std::filesystem;
 
 namespace testsupport {
+
+namespace {
+
+template <typename Number>
+void expectNear3(const Number* actual, Number x, Number y, Number z, Number tol) {
+    EXPECT_NEAR(actual[0], x, tol);
+    EXPECT_NEAR(actual[1], y, tol);
+    EXPECT_NEAR(actual[2], z, tol);
+}
+
+}  // namespace
+
+void expectVec(const double* actual, double x, double y, double z, double tol) { expectNear3(actual, x, y, z, tol); }
+
+void expectRgb(const float* rgb, float r, float g, float b, float tol) { expectNear3(rgb, r, g, b, tol); }
 
 ScratchDir::ScratchDir() {
     std::random_device rd;

@@ -1,5 +1,5 @@
-// Helpers shared by the test programs: scratch folders, small files, and a
-// recorder for the engine's log lines.
+// Helpers shared by the test programs: scratch folders, small files, a
+// recorder for the engine's log lines, and checks on three-component values.
 #pragma once
 
 #include <string>
@@ -33,5 +33,9 @@ public:
     static const std::vector<std::string>& logLines();
     static bool logContains(const std::string& fragment);
 };
+
+// EXPECT_NEAR on each component of a point or vector, and of a colour.
+void expectVec(const double* actual, double x, double y, double z, double tol = 1e-9);
+void expectRgb(const float* rgb, float r, float g, float b, float tol = 1e-6f);
 
 }  // namespace testsupport

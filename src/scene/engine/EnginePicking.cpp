@@ -28,6 +28,11 @@ void copyPoint(const RubberbandPoint& point, int* hitFlag, double* xyz, int* scr
     if (rgb) std::memcpy(rgb, point.rgb, sizeof point.rgb);
 }
 
+// A colour setting: taken when given, a null pointer keeps the current one.
+void takeColour(float (&target)[3], const float* rgb) {
+    if (rgb) std::memcpy(target, rgb, sizeof target);
+}
+
 // Colour of the surface at a hit: the texel under the interpolated texture
 // coordinates, or the layer's diffuse colour without texture or coordinates.
 void colourAtHit(const EngineState& state, const engine::RayHit& hit, float rgb[3]) {
@@ -279,9 +284,9 @@ int At3d_Init_Mesh_Location(void* window, int message) {
 int At3d_Set_Mesh_Location_Parameters(const float* rgbLine, const float* rgbPoint1, const float* rgbPoint2,
                                       float lineWidth, float pointSize, int depthTest, int points) {
     auto& look = engineState().rubberbandLook;
-    if (rgbLine) std::memcpy(look.rgbLine, rgbLine, sizeof look.rgbLine);
-    if (rgbPoint1) std::memcpy(look.rgbPoint1, rgbPoint1, sizeof look.rgbPoint1);
-    if (rgbPoint2) std::memcpy(look.rgbPoint2, rgbPoint2, sizeof look.rgbPoint2);
+    takeColour(look.rgbLine, rgbLine);
+    takeColour(look.rgbPoint1, rgbPoint1);
+    takeColour(look.rgbPoint2, rgbPoint2);
     look.lineWidth = lineWidth;
     look.pointSize = pointSize;
     look.depthTest = depthTest;
@@ -292,7 +297,7 @@ int At3d_Set_Mesh_Location_Parameters(const float* rgbLine, const float* rgbPoin
 int At3d_Set_Mesh_Obstruction_Parameters(const float* rgb, float pointSize, int display, double skipDistance) {
     if (!std::isfinite(skipDistance) || skipDistance < 0) return 0;
     auto& look = engineState().rubberbandLook;
-    if (rgb) std::memcpy(look.rgbObstruction, rgb, sizeof look.rgbObstruction);
+    takeColour(look.rgbObstruction, rgb);
     look.obstructionPointSize = pointSize;
     look.obstructionDisplay = display;
     look.obstructionSkipDistance = skipDistance;
@@ -302,8 +307,8 @@ int At3d_Set_Mesh_Obstruction_Parameters(const float* rgb, float pointSize, int 
 int At3d_Set_Mesh_Location_Observer_Parameters(const float* rgbLine, const float* rgbPoint, float width,
                                                float size, int lineFlag, int pointFlag) {
     auto& look = engineState().rubberbandLook;
-    if (rgbLine) std::memcpy(look.rgbObserverLine, rgbLine, sizeof look.rgbObserverLine);
-    if (rgbPoint) std::memcpy(look.rgbObserverPoint, rgbPoint, sizeof look.rgbObserverPoint);
+    takeColour(look.rgbObserverLine, rgbLine);
+    takeColour(look.rgbObserverPoint, rgbPoint);
     look.observerWidth = width;
     look.observerSize = size;
     look.observerLineFlag = lineFlag;

@@ -1,72 +1,12 @@
 #include "ObjWriter.h"
 
-#include <charconv>
-#include <cstdio>
-#include <filesystem>
-#include <system_error>
-
-#include "../FileNameCase.h"
+#include "AtomicFile.h"
 #include "EngineState.h"
+#include "ModelFileNames.h"
 
 namespace engine {
 
 namespace {
-
-// Buffered output to a temporary file, renamed over the target on commit.
-class AtomicTextFile {
-public:
-    explicit AtomicTextFile(std::string path) : path_(std::move(path)), temp_(path_ + ".tmp") {
-        file_ = std::fopen(temp_.c_str(), "wb");
-        buffer_.reserve(1 << 20);
-    }
-    ~AtomicTextFile() {
-        if (file_) {
-            std::fclose(file_);
-            std::remove(temp_.c_str());
-        }
-    }
-    bool ok() const { return file_ != nullptr && !failed_; }
-    void write(const char* text, std::size_t n) {
-        buffer_.append(text, n);
-        if (buffer_.size() > (1 << 20)) flush();
-    }
-    void write(const std::string& text) { write(text.data(), text.size()); }
-    void number(double value, int decimals) {
-        char digits[64];
-        auto result = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals);
-        write(digits, static_cast<std::size_t>(result.ptr - digits));
-    }
-    void integer(std::size_t value) {
-        char digits[32];
-        auto result = std::to_chars(digits, digits + sizeof digits, value);
-        write(digits, static_cast<std::size_t>(result.ptr - digits));
-    }
-    bool commit() {
-        flush();
-        if (!file_) return false;
-        const bool closed = std::fclose(file_) == 0;
-        file_ = nullptr;
-        if (failed_ || !closed || std::rename(temp_.c_str(), path_.c_str()) != 0) {
-            std::remove(temp_.c_str());
-            return false;
-        }
-        return true;
-    }
-
-private:
-    void flush() {
-        if (file_ && !buffer_.empty() && std::fwrite(buffer_.data(), 1, buffer_.size(), file_) != buffer_.size())
-            failed_ = true;
-        buffer_.clear();
-    }
-    std::string path_;
-    std::string temp_;
-    std::FILE* file_ = nullptr;
-    std::string buffer_;
-    bool failed_ = false;
-};
-
-std::string fileNameOf(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
 
 std::string withoutExtension(const std::string& path) {
     const auto slash = path.find_last_of('/');
@@ -74,23 +14,12 @@ std::string withoutExtension(const std::string& path) {
     return dot == std::string::npos || (slash != std::string::npos && dot < slash) ? path : path.substr(0, dot);
 }
 
-// An image in the output folder is named by its file name, any other by its full path.
-std::string textureReference(const std::string& texturePath, const std::string& outputFolder) {
-    if (texturePath.empty()) return "";
-    std::error_code ec;
-    const auto imageFolder = std::filesystem::weakly_canonical(FolderOf(texturePath), ec);
-    const auto targetFolder = std::filesystem::weakly_canonical(outputFolder.empty() ? "." : outputFolder, ec);
-    if (!ec && imageFolder == targetFolder) return fileNameOf(texturePath);
-    return texturePath;
-}
-
 std::string materialNameOf(const Layer& layer) { return layer.name + "_material"; }
 
 bool writeMtl(const std::string& mtlPath, const std::vector<Layer>& layers, const std::string& producedBy) {
-    AtomicTextFile out(mtlPath);
+    AtomicFile out(mtlPath);
     if (!out.ok()) return false;
     out.write("# Produced by " + producedBy + "\n");
-    const std::string folder = FolderOf(mtlPath);
     for (const Layer& layer : layers) {
         if (!layer.outputFlag) continue;
         out.write("\nnewmtl " + materialNameOf(layer) + "\nKd ");
@@ -98,7 +27,7 @@ bool writeMtl(const std::string& mtlPath, const std::vector<Layer>& layers, cons
             out.number(layer.diffuse[k], 6);
             out.write(k < 2 ? " " : "\n", 1);
         }
-        const std::string image = textureReference(layer.texturePath, folder);
+        const std::string image = textureReference(layer.texturePath, mtlPath);
         if (!image.empty()) out.write("map_Kd " + image + "\n");
     }
     return out.commit();
@@ -112,7 +41,7 @@ bool WriteObjFile(const std::string& path, const std::vector<Layer>& layers, con
         engineLog("OBJ write failed: cannot write %s", mtlPath.c_str());
         return false;
     }
-    AtomicTextFile out(path);
+    AtomicFile out(path);
     if (!out.ok()) {
         engineLog("OBJ write failed: cannot write %s", path.c_str());
         return false;
