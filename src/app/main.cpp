@@ -2,6 +2,7 @@
 // until then the window shows the engine's state for the model named on the
 // command line.
 #include <QApplication>
+#include <clocale>
 #include <QLabel>
 #include <QMainWindow>
 #include <QString>
@@ -11,6 +12,8 @@
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    // Qt takes the user's locale; every file we read and write uses "." for decimals.
+    setlocale(LC_NUMERIC, "C");
     QMainWindow window;
     window.setWindowTitle("Zorvex64");
     auto* label = new QLabel(&window);
