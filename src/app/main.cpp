@@ -8,12 +8,16 @@
 #include <QString>
 
 #include "app/model/ModelOpening.h"
+#include "app/services/ui/QtDialogService.h"
 #include "scene/engine_interface.h"
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     // Qt takes the user's locale; every file we read and write uses "." for decimals.
     setlocale(LC_NUMERIC, "C");
+    // Lives inside the application's lifetime: its forms must go before QApplication.
+    QtDialogService dialogs;
+    installDialogService(&dialogs);
     QMainWindow window;
     window.setWindowTitle("Zorvex64");
     auto* label = new QLabel(&window);

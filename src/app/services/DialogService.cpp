@@ -29,16 +29,16 @@ ScriptedDialogService::Answer ScriptedDialogService::next() {
 }
 
 int ScriptedDialogService::ask(const QString& text, const QString& title, const QStringList& buttons, int) {
-    questions_.push_back({Question::Ask, title, text, buttons, {}});
+    questions_.push_back({Question::Ask, title, text, buttons, {}, {}});
     return next().button;
 }
 
 void ScriptedDialogService::showMessage(const QString& text, const QString& title) {
-    questions_.push_back({Question::Message, title, text, {}, {}});
+    questions_.push_back({Question::Message, title, text, {}, {}, {}});
 }
 
 bool ScriptedDialogService::inputQuery(const QString& caption, const QString& prompt, QString& value) {
-    questions_.push_back({Question::Input, caption, prompt, {}, value});
+    questions_.push_back({Question::Input, caption, prompt, {}, value, {}});
     const Answer answer = next();
     if (!answer.accepted) return false;
     value = answer.text;
@@ -46,10 +46,19 @@ bool ScriptedDialogService::inputQuery(const QString& caption, const QString& pr
 }
 
 bool ScriptedDialogService::chooseFile(const FileDialogRequest& request, QString& chosen, int& chosenFilter) {
-    questions_.push_back({Question::File, request.title, request.filter, {}, request.proposedName});
+    questions_.push_back({Question::File, request.title, request.filter, {}, request.proposedName, request.folder});
     const Answer answer = next();
     if (!answer.accepted) return false;
     chosen = answer.text;
     chosenFilter = answer.filterIndex;
     return true;
+}
+
+bool ScriptedDialogService::openDocument(const QString& path) {
+    questions_.push_back({Question::Document, {}, path, {}, {}, {}});
+    return true;
+}
+
+void ScriptedDialogService::showXlsForm(const QString& caption, bool) {
+    questions_.push_back({Question::Grid, caption, {}, {}, {}, {}});
 }

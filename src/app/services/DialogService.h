@@ -9,6 +9,13 @@
 #include <deque>
 #include <vector>
 
+// The one-line form TForm_DLG: a caption, two labels and one edit box.
+struct OneLineDialogRequest {
+    QString caption = "Orvo dialog procedure";
+    QString label1;
+    QString label2 = "One or two pairs of coordinates may be used, or leave blank for no restriction.";
+};
+
 struct FileDialogRequest {
     bool save = false;
     QString title;
@@ -31,6 +38,15 @@ public:
     virtual bool inputQuery(const QString& caption, const QString& prompt, QString& value) = 0;
     // A file dialog; false on cancel. chosenFilter is the 1-based filter entry.
     virtual bool chooseFile(const FileDialogRequest& request, QString& chosen, int& chosenFilter) = 0;
+    // The one-line form; false on cancel, value unchanged then. Without a
+    // form of its own a service asks it as an input query.
+    virtual bool oneLineDialog(const OneLineDialogRequest& request, QString& value) {
+        return inputQuery(request.caption, request.label1 + "\n" + request.label2, value);
+    }
+    // Opens a file with the desktop's default application; false when nothing took it.
+    virtual bool openDocument(const QString& path) { return false; }
+    // Shows the grid form TFormXLS over xlsFormState() without blocking.
+    virtual void showXlsForm(const QString& caption, bool maximized) {}
 };
 
 // The installed service; until one is installed a ScriptedDialogService with
@@ -49,11 +65,12 @@ public:
         int filterIndex = 1;
     };
     struct Question {
-        enum Kind { Ask, Message, Input, File } kind;
-        QString title;
-        QString text;          // message text, prompt, or filter
+        enum Kind { Ask, Message, Input, File, Document, Grid } kind;
+        QString title;         // caption, or the grid form's caption
+        QString text;          // message text, prompt, filter, or the document's path
         QStringList buttons;
         QString value;         // the value or file name proposed
+        QString folder;        // the file dialog's initial folder
     };
 
     void push(const Answer& answer) { script_.push_back(answer); }
@@ -68,6 +85,8 @@ public:
     void showMessage(const QString& text, const QString& title) override;
     bool inputQuery(const QString& caption, const QString& prompt, QString& value) override;
     bool chooseFile(const FileDialogRequest& request, QString& chosen, int& chosenFilter) override;
+    bool openDocument(const QString& path) override;
+    void showXlsForm(const QString& caption, bool maximized) override;
 
 private:
     Answer next();
