@@ -5,7 +5,10 @@
 struct FrameState {
     double OriginalobjectCenter[3] = {0, 0, 0};
     double Offset[3] = {0, 0, 0};
+    // The centre that places the model on the globe: it holds no Offset.
     double OCENTER[3] = {0, 0, 0};
+    double OCENTERLat = 0;
+    double OCENTERLon = 0;
     double LOCALCENTER[3] = {0, 0, 0};
     double OriginalModelMinMax[6] = {0, 0, 0, 0, 0, 0};
     double BeforeRotateCenter[3] = {0, 0, 0};
@@ -13,6 +16,10 @@ struct FrameState {
     double AfterRotateCenter[3] = {0, 0, 0};
     double AfterRotateModelMinMax[6] = {0, 0, 0, 0, 0, 0};
     double SCALE = 1;
+    // The last shift found between the model and its true position.
+    double ModelSHIFTX = 0;
+    double ModelSHIFTY = 0;
+    double ModelSHIFTZ = 0;
 };
 
 FrameState& frameState();

@@ -6,7 +6,8 @@
 #include <fstream>
 
 #include "geo/Frames.h"
-#include "geo/Prj.h"
+#include "geo/GeoConversions.h"
+#include "geo/GeoState.h"
 #include "scene/FileNameCase.h"
 #include "scene/engine_interface.h"
 
@@ -68,7 +69,11 @@ bool OpenModelHeadless(const std::string& modelPath, OpenedModel& opened) {
     std::fill(frame.OriginalobjectCenter, frame.OriginalobjectCenter + 3, 0.0);
 
     opened.prjPath = FindPrjFile(modelPath);
-    if (!opened.prjPath.empty()) opened.epsg = EpsgFromPrjFile(opened.prjPath);
+    if (opened.prjPath.empty() || !LoadGlobalCS(opened.prjPath)) {
+        geoState().GlobalCS.reset();
+        geoState().EPSG = -1;
+    }
+    opened.epsg = geoState().EPSG;
     opened.offsetPath = FindOffsetFile(modelPath);
     if (!opened.offsetPath.empty()) ReadOffsetFile(opened.offsetPath, frame.Offset);
 
@@ -97,6 +102,7 @@ bool OpenModelHeadless(const std::string& modelPath, OpenedModel& opened) {
         At3d_WriteFlag(LIBFLAG_ROTATE_181, 0);
         At3d_ViewBottom();
         At3d_GetObjectCenter(frame.OCENTER);
+        SetGeographicCentre();
         At3d_SetObject_XYZCenter();
         At3d_GetObjectCenter(frame.LOCALCENTER);
     }
