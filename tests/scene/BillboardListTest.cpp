@@ -90,29 +90,6 @@ TEST_F(BillboardListTest, CopyBackNeverPassesTheCapacity) {
     EXPECT_EQ(big[19], 0xEE);
 }
 
-TEST_F(BillboardListTest, GetItemReturnsTheFields) {
-    UInt8 px[4] = {1, 2, 3, 4};
-    ASSERT_EQ(add("field", px, 1, 1, 1, 7), 1);
-    char name[AT3D_NAME_SIZE];
-    int alpha, pivotType, isStatic, visible, replace, type;
-    float rgb[3], width;
-    double height, position[3], pivot[3], rotation[3];
-    ASSERT_EQ(At3d_Measure_Billboard_Get_Item(0, name, nullptr, 0, &alpha, &pivotType, &isStatic, &visible, &replace,
-                                              &type, rgb, &width, &height, position, pivot, rotation),
-              1);
-    EXPECT_STREQ(name, "field");
-    EXPECT_EQ(alpha, 1);
-    EXPECT_EQ(pivotType, 1);
-    EXPECT_EQ(visible, 1);
-    EXPECT_EQ(rgb[1], 1.0f);
-    EXPECT_EQ(width, 2.0f);
-    EXPECT_EQ(height, 5);
-    EXPECT_EQ(position[0], 7);
-    EXPECT_EQ(position[2], 3);
-    EXPECT_EQ(pivot[2], 1);
-    EXPECT_EQ(rotation[2], 45);
-}
-
 TEST_F(BillboardListTest, ReplaceWithoutImageKeepsTheOldOne) {
     std::vector<UInt8> pixels(16, 42);
     ASSERT_EQ(add("a", pixels.data(), 2, 2, 1), 1);
@@ -167,13 +144,6 @@ TEST_F(BillboardListTest, DeleteShiftsAndSelectionFollows) {
     ASSERT_EQ(At3d_Measure_Billboard_Delete_All(), 1);
     EXPECT_EQ(At3d_Measure_Billboard_Get_Count(), 0);
     EXPECT_EQ(At3d_Measure_Billboard_Get_Selected(), -1);
-}
-
-TEST_F(BillboardListTest, NameIsCutAt79Bytes) {
-    UInt8 px[4] = {};
-    const std::string longName(90, 'n');
-    ASSERT_EQ(add(longName.c_str(), px, 1, 1, 1), 1);
-    EXPECT_EQ(idAt(0), std::string(79, 'n'));
 }
 
 }  // namespace

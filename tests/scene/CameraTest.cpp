@@ -214,18 +214,6 @@ TEST_F(CameraTest, ZoomResetAndCentringReturnToHome) {
     EXPECT_EQ(At3d_SetCameraInitialDistance(-1), 0);
 }
 
-TEST_F(CameraTest, SpeedsAreStored) {
-    int speed = 0;
-    ASSERT_EQ(At3d_SetCameraRotateSpeed(7), 1);
-    At3d_GetCameraRotateSpeed(&speed);
-    EXPECT_EQ(speed, 7);
-    ASSERT_EQ(At3d_SetCameraZoomSpeed(11), 1);
-    At3d_GetCameraZoomSpeed(&speed);
-    EXPECT_EQ(speed, 11);
-    ASSERT_EQ(At3d_Camera_Rotate_Set_Speed(0.25), 1);
-    EXPECT_EQ(engineState().camera.dragRotateSpeed, 0.25);
-}
-
 TEST_F(CameraTest, PixelRaysAndProjection) {
     double origin[3], dir[3];
     int px = 0, py = 0;

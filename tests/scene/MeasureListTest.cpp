@@ -134,15 +134,6 @@ TEST_F(MeasureListTest, SelectionFollowsDeletesAndClear) {
     EXPECT_EQ(At3d_MeasureList_Get_Selected(), -1);
 }
 
-TEST_F(MeasureListTest, VisibilityForAll) {
-    addLine("a", 0);
-    addLine("b", 0);
-    At3d_MeasureList_Set_Visible_All(0);
-    for (const auto& item : engineState().measures) EXPECT_EQ(item.visible_Flag, 0);
-    At3d_MeasureList_Set_Visible_All(1);
-    for (const auto& item : engineState().measures) EXPECT_EQ(item.visible_Flag, 1);
-}
-
 TEST_F(MeasureListTest, AddCurrentTakesTheRubberband) {
     auto& rb = engineState().rubberband;
     const float rgb[3] = {0, 1, 0};
