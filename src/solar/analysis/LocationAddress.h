@@ -1,0 +1,16 @@
+// The site's address line for the reports, from a reverse geocoding service.
+#pragma once
+
+#include <string>
+
+// Asks the service set under "Geocoding" for city, region and country; with
+// no service set, "Unknown location" without a call. Each part found is
+// followed by "\r, " (the line end of the list it was joined from stays in
+// the text), so "Haifa\r, Haifa District\r, Israel\r, ". Country gets the
+// country name or stays empty.
+std::string GetLocationAddress(double lat, double lon, std::string& Country);
+
+// A plain search, no JSON parser: up to 55 characters from 4 past the first
+// occurrence of key (a quote, a colon, a blank and a quote assumed between),
+// cut at the next double quote. Empty when the key is missing.
+std::string ExtractJsonField(const std::string& json, const std::string& key);
