@@ -1,11 +1,14 @@
 #include "PrjMenu.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
+#include <QTimer>
 
 #include "app/services/FileDialogs.h"
 #include "app/services/FileHelpers.h"
 #include "app/services/OrvoDialogs.h"
 #include "app/services/SessionPaths.h"
+#include "app/services/Viewers.h"
 #include "scene/FileNameCase.h"
 
 namespace {
@@ -44,5 +47,11 @@ bool ShowPRJ1Click(const std::string& modelPath, std::string& textCopy) {
                          QFileInfo(QString::fromStdString(modelPath)).completeBaseName() + ".txt";
     if (!OrvoCopyFile(prj, copy)) return false;
     textCopy = copy.toStdString();
+    // The copy is opened a moment later, once the menu has closed; without
+    // an event loop (the CLI, tests) at once.
+    if (QCoreApplication::instance())
+        QTimer::singleShot(222, [copy] { ShowOrvoTextFile(copy); });
+    else
+        ShowOrvoTextFile(copy);
     return true;
 }

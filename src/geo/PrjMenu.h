@@ -10,7 +10,7 @@
 bool AddPRJ1Click(const std::string& modelPath);
 
 // Copies the model's ".PRJ" to ORVO_T as the model's name with extension
-// ".txt" and gives that copy in textCopy, for the caller to open in the
-// desktop's text viewer 222 ms later. Without a ".PRJ" it shows
+// ".txt", gives that copy in textCopy, and opens it in the desktop's text
+// viewer 222 ms later (through the event loop). Without a ".PRJ" it shows
 // "No PRJ exists for this model", runs AddPRJ1Click and returns false.
 bool ShowPRJ1Click(const std::string& modelPath, std::string& textCopy);

@@ -66,5 +66,7 @@ TEST_F(PrjMenu, ShowCopiesThePrjForTheViewerOrOffersToAddOne) {
     ASSERT_TRUE(ShowPRJ1Click(dir.path("site/Model.obj"), copy));
     EXPECT_EQ(copy, dir.path("tmp/Model.txt"));
     EXPECT_EQ(readTextFile(copy), "PROJCS[\"similar\"]");
-    EXPECT_EQ(answers.questions().size(), 2u);
+    ASSERT_EQ(answers.questions().size(), 3u);
+    EXPECT_EQ(answers.questions()[2].kind, ScriptedDialogService::Question::Document);
+    EXPECT_EQ(answers.questions()[2].text.toStdString(), copy);
 }
