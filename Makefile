@@ -2,6 +2,7 @@
 BUILD ?= build
 JOBS ?= $(shell nproc)
 CLI := $(BUILD)/src/zorvex64-cli
+VIEWER := $(BUILD)/src/zorvex64
 SITE := samples/site/DemoSite.obj
 
 .PHONY: deps configure build run test bench sample clean
@@ -15,9 +16,10 @@ configure: deps
 build: configure
 	cmake --build $(BUILD) -j $(JOBS)
 
-# The main job on the bundled demo site.
+# The main job on the bundled demo site: the CLI's facts, then the viewer
+# (without a display: its first frame under Xvfb, saved to Screenshots/).
 run: build
-	bash scripts/main-job.sh $(CLI) $(SITE)
+	bash scripts/main-job.sh $(CLI) $(SITE) $(VIEWER)
 
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 600

@@ -1,11 +1,14 @@
 #!/usr/bin/env bash
 # The main job on the demo site: the model's facts, then one shadow ray from
 # the south roof of the house towards a low winter afternoon sun, which the
-# tree south-west of the house blocks.
-# Usage: main-job.sh CLI MODEL
+# tree south-west of the house blocks. Then the viewer opens the model; on a
+# machine without a display it runs under Xvfb, saves its first frame to the
+# model's "Screenshots/" folder, prints the picture's path and ends.
+# Usage: main-job.sh CLI MODEL [VIEWER]
 set -euo pipefail
 CLI=$1
 MODEL=$2
+VIEWER=${3:-}
 
 echo "== $MODEL"
 "$CLI" info "$MODEL"
@@ -23,3 +26,18 @@ read -r X2 Y2 Z2 Z1 < <(awk -v x="$X" -v y="$Y" -v z="$Z" 'BEGIN {
   printf "%.3f %.3f %.3f %.3f\n", x + 1000 * sin(az) * cos(el), y + 1000 * cos(az) * cos(el), z1 + 1000 * sin(el), z1 }')
 echo "== shadow ray towards the sun at azimuth 232.6, elevation 15"
 "$CLI" ray "$MODEL" "$X" "$Y" "$Z1" "$X2" "$Y2" "$Z2" --skip 0.5 --first
+
+[ -n "$VIEWER" ] || exit 0
+if [ -n "${DISPLAY:-}" ]; then
+  echo "== the viewer on $MODEL"
+  "$VIEWER" "$MODEL"
+else
+  echo "== the viewer's first frame (no display: under Xvfb)"
+  # Qt wants a private runtime folder; mktemp makes it readable by us alone.
+  if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+    XDG_RUNTIME_DIR=$(mktemp -d)
+    export XDG_RUNTIME_DIR
+    trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
+  fi
+  xvfb-run -a -s "-screen 0 1280x1024x24" "$VIEWER" "$MODEL" --first-frame-shot
+fi

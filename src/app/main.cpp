@@ -1,43 +1,52 @@
-// zorvex64: the viewer's window. The full main form arrives with the viewer;
-// until then the window shows the engine's state for the model named on the
-// command line.
+// zorvex64: the process entry. The user's folders come first, then the
+// toolkit, the command line and the main form.
 #include <QApplication>
 #include <clocale>
-#include <QLabel>
-#include <QMainWindow>
-#include <QString>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
 
-#include "app/model/ModelOpening.h"
+#include "app/services/DialogService.h"
 #include "app/services/ui/QtDialogService.h"
-#include "scene/engine_interface.h"
+#include "app/session/CommandLine.h"
+#include "app/session/UserFolders.h"
+#include "app/ui/FirstFrameShot.h"
+#include "app/ui/TFormAt3.h"
+
+namespace {
+// The viewer gives up on its first frame after this long.
+constexpr int FIRST_FRAME_TIMEOUT_MS = 120000;
+}  // namespace
 
 int main(int argc, char** argv) {
+    std::error_code ec;
+    const std::string executable = std::filesystem::read_symlink("/proc/self/exe", ec).string();
+    DeriveUserFoldersOfProcess(ec ? std::string(argv[0]) : executable);
+
     QApplication application(argc, argv);
     // Qt takes the user's locale; every file we read and write uses "." for decimals.
     setlocale(LC_NUMERIC, "C");
+    const std::vector<std::string> arguments(argv, argv + argc);
+    CaptureCommandLine(arguments, RawCommandLine(arguments));
     // Lives inside the application's lifetime: its forms must go before QApplication.
     QtDialogService dialogs;
-    installDialogService(&dialogs);
-    QMainWindow window;
-    window.setWindowTitle("Zorvex64");
-    auto* label = new QLabel(&window);
-    label->setAlignment(Qt::AlignCenter);
-    window.setCentralWidget(label);
-    window.resize(1024, 768);
+    // Nobody is there to answer while the first frame is taken: every
+    // question is cancelled and every message goes to stderr.
+    ScriptedDialogService unattended;
+    const bool firstFrameShot = FirstFrameShotAsked();
+    installDialogService(firstFrameShot ? static_cast<DialogService*>(&unattended) : &dialogs);
 
-    At3d_Start();
-    QString text = "No model";
-    const QStringList arguments = application.arguments();
-    if (arguments.size() > 1) {
-        OpenedModel opened;
-        if (OpenModelHeadless(arguments[1].toStdString(), opened))
-            text = QString("%1\n%2 layers").arg(arguments[1]).arg(At3d_LayerCount());
-        else
-            text = "Missing\n" + arguments[1];
+    int result = 1;
+    {
+        TFormAt3 form;
+        if (form.FormCreate(ec ? std::string(argv[0]) : executable)) {
+            if (firstFrameShot) SaveFirstFrameAndQuit(form, FIRST_FRAME_TIMEOUT_MS);
+            result = application.exec();
+        }
     }
-    label->setText(text);
-    window.show();
-    const int result = application.exec();
-    At3d_Stop();
+    for (const ScriptedDialogService::Question& question : unattended.questions())
+        std::fprintf(stderr, "%s: %s\n", question.title.toLocal8Bit().constData(), question.text.toLocal8Bit().constData());
+    installDialogService(nullptr);
     return result;
 }

@@ -4,7 +4,7 @@
 
 #include "CliCommands.h"
 #include "CliSupport.h"
-#include "solar/analysis/SunGlobalLog.h"
+#include "app/services/SunGlobalLog.h"
 #include "solar/analysis/SunTableFile.h"
 
 namespace {

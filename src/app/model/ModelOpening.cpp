@@ -5,6 +5,11 @@
 #include <cstdio>
 #include <fstream>
 
+#include "ModelGisFiles.h"
+#include "ModelPaths.h"
+#include "ModelSession.h"
+#include "app/services/FileHelpers.h"
+#include "app/services/SessionPaths.h"
 #include "geo/Frames.h"
 #include "geo/GeoConversions.h"
 #include "geo/GeoState.h"
@@ -20,13 +25,6 @@ std::string lowerExtension(const std::string& path) {
     std::string ext = path.substr(dot);
     std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return std::tolower(c); });
     return ext;
-}
-
-std::string withExtension(const std::string& path, const std::string& extension) {
-    const auto slash = path.find_last_of("/\\");
-    const auto dot = path.find_last_of('.');
-    if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) return path + extension;
-    return path.substr(0, dot) + extension;
 }
 
 }  // namespace
@@ -46,7 +44,7 @@ int ModelTypeOfExtension(const std::string& path) {
 std::string FindOffsetFile(const std::string& modelPath) {
     const std::string offset = FindFileNoCase(FolderOf(modelPath) + "offset.txt");
     if (!offset.empty()) return offset;
-    return FindFileNoCase(withExtension(modelPath, ".zuz"));
+    return FindFileNoCase(WithExtension(modelPath, ".zuz"));
 }
 
 bool ReadOffsetFile(const std::string& path, double Offset[3]) {
@@ -58,7 +56,43 @@ bool ReadOffsetFile(const std::string& path, double Offset[3]) {
     return true;
 }
 
-std::string FindPrjFile(const std::string& modelPath) { return FindFileNoCase(withExtension(modelPath, ".prj")); }
+std::string FindPrjFile(const std::string& modelPath) { return FindFileNoCase(WithExtension(modelPath, ".prj")); }
+
+void SetUpModelFrame(const std::string& modelPath, bool isObj, const std::string& prjPath) {
+    FrameState& frame = frameState();
+    At3d_WriteFlag(LIBFLAG_READ_109, 0);
+    At3d_WriteFlag(LIBFLAG_ROTATE_181, 1);
+    At3d_WriteFlag(LIBFLAG_READ_123, 1);
+    At3d_GetObjectCenter(frame.BeforeRotateCenter);
+    At3d_GetObjectMinMax(frame.BeforeRotateModelMinMax);
+    At3d_GetObjectMinMax(frame.OriginalModelMinMax);
+    if (isObj) At3d_RotateObjectX_90Minus();
+    At3d_GetObjectCenter(frame.AfterRotateCenter);
+    At3d_GetObjectMinMax(frame.AfterRotateModelMinMax);
+    for (int i = 0; i < 6; ++i) frame.OriginalModelMinMax[i] += frame.Offset[i / 2];
+    const bool centred = frame.OriginalobjectCenter[0] + frame.OriginalobjectCenter[1] + frame.OriginalobjectCenter[2] != 0;
+    if (!centred) At3d_GetObjectCenter(frame.OriginalobjectCenter);
+
+    std::string prj = prjPath;
+    if (prj.empty()) {
+        const QStringList others = Find_Files(QString::fromStdString(FolderOf(modelPath)) + "*.prj", false);
+        if (!others.isEmpty()) prj = others.first().toStdString();
+    }
+    if (!prj.empty()) LoadGlobalCS(prj);
+
+    if (!centred) {
+        At3d_WriteFlag(LIBFLAG_ROTATE_181, 0);
+        At3d_ViewBottom();
+        At3d_GetObjectCenter(frame.OCENTER);
+        SetGeographicCentre();
+        const std::string& data = sessionPaths().CTQ_Path;
+        const std::string world = data.empty() ? "" : FindFileNoCase(data + "worldFromGM.kml");
+        if (!world.empty()) modelSession().State = StateAt(world, frame.OCENTERLon, frame.OCENTERLat);
+        At3d_SetObject_XYZCenter();
+        At3d_GetObjectCenter(frame.LOCALCENTER);
+    }
+    At3d_VertNormAllCalculate();
+}
 
 bool OpenModelHeadless(const std::string& modelPath, OpenedModel& opened) {
     FrameState& frame = frameState();
@@ -86,26 +120,7 @@ bool OpenModelHeadless(const std::string& modelPath, OpenedModel& opened) {
     opened.fileLoaded = opened.type < 0 ? 0 : At3d_Read(opened.type, modelPath.c_str(), 1);
     if (!opened.fileLoaded) return false;
 
-    // Frame set-up; the order matters.
-    At3d_WriteFlag(LIBFLAG_READ_109, 0);
-    At3d_WriteFlag(LIBFLAG_ROTATE_181, 1);
-    At3d_WriteFlag(LIBFLAG_READ_123, 1);
-    At3d_GetObjectCenter(frame.BeforeRotateCenter);
-    At3d_GetObjectMinMax(frame.BeforeRotateModelMinMax);
-    At3d_GetObjectMinMax(frame.OriginalModelMinMax);
-    if (opened.isObj) At3d_RotateObjectX_90Minus();
-    At3d_GetObjectCenter(frame.AfterRotateCenter);
-    At3d_GetObjectMinMax(frame.AfterRotateModelMinMax);
-    for (int i = 0; i < 6; ++i) frame.OriginalModelMinMax[i] += frame.Offset[i / 2];
-    if (frame.OriginalobjectCenter[0] + frame.OriginalobjectCenter[1] + frame.OriginalobjectCenter[2] == 0) {
-        At3d_GetObjectCenter(frame.OriginalobjectCenter);
-        At3d_WriteFlag(LIBFLAG_ROTATE_181, 0);
-        At3d_ViewBottom();
-        At3d_GetObjectCenter(frame.OCENTER);
-        SetGeographicCentre();
-        At3d_SetObject_XYZCenter();
-        At3d_GetObjectCenter(frame.LOCALCENTER);
-    }
-    At3d_VertNormAllCalculate();
+    SetUpModelFrame(modelPath, opened.isObj, opened.prjPath);
+    opened.epsg = geoState().EPSG;
     return true;
 }

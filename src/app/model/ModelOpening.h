@@ -29,6 +29,14 @@ bool ReadOffsetFile(const std::string& path, double Offset[3]);
 // The model's ".prj" (any case), "" when none.
 std::string FindPrjFile(const std::string& modelPath);
 
+// The frame set-up after the engine has read the model; the order matters.
+// The OBJ quarter turn, the bounds in the map frame, the model's centre
+// (unless OriginalobjectCenter is set already: such a model counts as
+// centred), the coordinate system from prjPath or else the first "*.prj" of
+// the model's folder, the geographic centre and the state under it, and the
+// move into the local frame.
+void SetUpModelFrame(const std::string& modelPath, bool isObj, const std::string& prjPath);
+
 // Reads the model into the engine and sets up the frames (frameState()):
 // the Offset is only ever replaced by a side file, never reset. Returns
 // false with fileLoaded 0 when the engine could not read the file.

@@ -13,12 +13,15 @@ void resetRunLog() {
     log.fp_prt = nullptr;
 }
 
-void PrintRunLog(const char* format, ...) {
-    std::FILE* file = runLog().fp_prt;
+void PrintToLogFile(std::FILE* file, const char* format, va_list args) {
     if (!file) return;
+    std::vfprintf(file, format, args);
+    std::fflush(file);
+}
+
+void PrintRunLog(const char* format, ...) {
     va_list args;
     va_start(args, format);
-    std::vfprintf(file, format, args);
+    PrintToLogFile(runLog().fp_prt, format, args);
     va_end(args);
-    std::fflush(file);
 }

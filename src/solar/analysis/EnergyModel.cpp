@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "SunGlobalLog.h"
+#include "app/services/SunGlobalLog.h"
 #include "SunTable.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "EnergyModel.h"
-#include "SunGlobalLog.h"
+#include "app/services/SunGlobalLog.h"
 #include "SunPosition.h"
 #include "SunTable.h"
 #include "app/services/FileHelpers.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "app/services/SessionPaths.h"
-#include "solar/analysis/SunGlobalLog.h"
+#include "app/services/SunGlobalLog.h"
 #include "solar/analysis/SunTable.h"
 #include "solar/analysis/SunTableFile.h"
 #include "support/TestSupport.h"

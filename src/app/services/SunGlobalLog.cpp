@@ -2,6 +2,8 @@
 
 #include <cstdarg>
 
+#include "RunLog.h"
+
 SunGlobalLog& sunGlobalLog() {
     static SunGlobalLog log;
     return log;
@@ -16,11 +18,8 @@ void resetSunGlobalLog() {
 }
 
 void PrintSunLog(const char* format, ...) {
-    std::FILE* file = sunGlobalLog().SunGlobalLogfile;
-    if (!file) return;
     va_list args;
     va_start(args, format);
-    std::vfprintf(file, format, args);
+    PrintToLogFile(sunGlobalLog().SunGlobalLogfile, format, args);
     va_end(args);
-    std::fflush(file);
 }

@@ -1,0 +1,130 @@
+#include "AddModels.h"
+
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <QSet>
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+#include "LayerTable.h"
+#include "ModelGisFiles.h"
+#include "ModelPaths.h"
+#include "ModelSession.h"
+#include "ReadModel.h"
+#include "Viewport.h"
+#include "app/services/DialogService.h"
+#include "app/services/NumberHelpers.h"
+#include "app/services/OrvoDialogs.h"
+#include "app/services/OrvoIni.h"
+#include "app/services/SessionPaths.h"
+#include "geo/Frames.h"
+#include "scene/EngineSession.h"
+#include "scene/engine_interface.h"
+
+namespace {
+
+QSet<QString> presentLayerNames() {
+    QSet<QString> names;
+    const LayerTable& table = layerTable();
+    for (int k = 0; k < table.NL; ++k) names.insert(QString::fromUtf8(table.layerName[k]));
+    return names;
+}
+
+// Each added file's layers get a prefix of their own: "P" and a number above
+// every number the present layers start with.
+std::string nextPrefix() {
+    const LayerTable& table = layerTable();
+    int largest = 0;
+    for (int k = 0; k < table.NL; ++k) largest = std::max(largest, GetFirstNumber(QString::fromUtf8(table.layerName[k])));
+    return "P" + std::to_string(largest + 1 + static_cast<int>(QRandomGenerator::global()->bounded(80)));
+}
+
+// A shape or KML file becomes a ".DXF" beside it; "" when it can't.
+std::string vectorAsDxf(const std::string& path, bool kml) {
+    const std::string dxf = WithExtension(path, ".DXF");
+    std::string error;
+    if (ExportVectorToDxf(path, dxf, error)) return dxf;
+    if (kml) MyShowMessage("File can't be open\n\r" + QString::fromStdString(error));
+    return "";
+}
+
+// The added file's world coordinates into the scene's local frame; a layer
+// the program exported is in that frame already.
+void moveIntoLocalFrame(const char* name) {
+    float red[3] = {1, 0, 0};
+    if (At3d_2DVertexCount(name) > 0) At3d_SetMaterial_F3(name, 3, red);
+    if (QString::fromUtf8(name).contains("EXPORTED")) return;
+    const double* centre = frameState().OriginalobjectCenter;
+    double v[3];
+    for (int i = 0, n = At3d_VertexCount(name); i < n; ++i) {
+        At3d_GetVertex(i, name, v);
+        for (int a = 0; a < 3; ++a) v[a] -= centre[a];
+        At3d_SetVertex(i, name, v);
+    }
+    for (int i = 0, n = At3d_2DVertexCount(name); i < n; ++i) {
+        At3d_2DGetVertex(i, name, v);
+        for (int a = 0; a < 3; ++a) v[a] -= centre[a];
+        At3d_2DSetVertex(i, name, v);
+    }
+}
+
+}  // namespace
+
+void AddmodelsClick(const QStringList& files) {
+    ModelSession& model = modelSession();
+    const std::string viewFile = sessionPaths().ORVO_T + "Solar.vpt";
+    const std::string saved = SaveViewport(viewFile);
+    int NL = 0, NF = 0;
+    GetTotalVertices(NL, NF);
+    const QSet<QString> before = presentLayerNames();
+    At3d_WriteFlag_LIBFLAG_NO_DRAW(1);
+
+    for (const QString& file : files) {
+        std::string path = file.toStdString();
+        const QString suffix = QFileInfo(file).suffix().toLower();
+        int type = AT3D_READ_OBJ;
+        if (suffix == "dxf") type = AT3D_READ_DXF;
+        if (suffix == "3ds") type = AT3D_READ_3DS;
+        if (suffix == "dae") type = AT3D_READ_DAE;
+        if (suffix == "shp" || suffix == "kml") {
+            path = vectorAsDxf(path, suffix == "kml");
+            if (path.empty()) continue;
+            type = AT3D_READ_DXF;
+        }
+        const int xRotationFlag = type == AT3D_READ_OBJ ? 1 : 0;
+        // A file still being written (as in the inbox) is passed over.
+        std::this_thread::sleep_for(std::chrono::milliseconds(333));
+        const QFileInfo info(QString::fromStdString(path));
+        if (!info.exists() || info.size() < 200) continue;
+        const double position[3] = {0, 0, 0};
+        if (!At3d_Mesh_Static_Read_And_Add(type, path.c_str(), 1, xRotationFlag, position, nextPrefix().c_str()))
+            continue;
+        GetTotalVertices(NL, NF);
+        if (!model.TSImportedFiles.contains(file)) model.TSImportedFiles << file;
+    }
+
+    GetTotalVertices(NL, NF);
+    const LayerTable& table = layerTable();
+    for (int k = 0; k < table.NL; ++k) At3d_Set_Layer_GPU_Update(table.layerName[k], 1);
+    for (int k = 0; k < table.NL; ++k)
+        if (!before.contains(QString::fromUtf8(table.layerName[k]))) moveIntoLocalFrame(table.layerName[k]);
+
+    At3d_StatusBar_Set_Text(("Ready after adding " + std::to_string(files.size()) + " model(s)").c_str());
+    // Restoring the view ends the no-draw bracket and draws.
+    if (saved.empty() || !RestoreViewport(saved)) {
+        At3d_WriteFlag_LIBFLAG_NO_DRAW(0);
+        At3d_RenderOpenGLScene();
+    }
+}
+
+void AddmodelsMenuClick() {
+    FileDialogRequest request;
+    request.title = READ_MODEL_TITLE;
+    request.filter = READ_MODEL_FILTER;
+    request.folder = QString::fromStdString(ORVOINI().readString("Viewer3D", "Last Folder", ""));
+    QString chosen;
+    int filter = 1;
+    if (!dialogService().chooseFile(request, chosen, filter)) return;
+    AddmodelsClick({chosen});
+}

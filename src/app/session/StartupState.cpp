@@ -1,0 +1,8 @@
+#include "StartupState.h"
+
+StartupState& startupState() {
+    static StartupState state;
+    return state;
+}
+
+void resetStartupState() { startupState() = StartupState{}; }

@@ -1,0 +1,14 @@
+// Reading the panels of any COLLADA file that carries panel data blocks (a
+// panels model, a model with panels, a single panel file) into the staging
+// store panelsT; AddPanelsT then takes them over.
+#pragma once
+
+#include <QString>
+
+// Appends the file's panels to panelsT and returns how many were added; 0
+// when the file can't be read. Blocks with <panel_info> are read as such;
+// files that lost those tags are read node by node from the <technique>
+// profiles "solar_panel_data" and "solar_panel_specs". power_rating_stc is
+// taken as kilowatts, as the writers put it. The reference points PP are not
+// read: panels restored here have none.
+int GetPanelsFromDae(const QString& filename);

@@ -1,0 +1,12 @@
+// Operations on the live store as a whole: the soft delete, sorting and listing.
+#pragma once
+
+#include <QString>
+
+// Renames the first panel of that name (case ignored) to ".DA-" on disk and
+// takes its record out of the store. The scene's layer stays.
+void DeletePanelByName(const QString& panelName);
+// Orders the live panels by N, then G.
+void SortPanels();
+// Shows the names in a message box.
+void ListPanels();

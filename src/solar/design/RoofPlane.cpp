@@ -1,0 +1,8 @@
+#include "RoofPlane.h"
+
+RoofState& roofState() {
+    static RoofState state;
+    return state;
+}
+
+void resetRoofState() { roofState() = RoofState{}; }

@@ -1,0 +1,158 @@
+// The main window under Xvfb: started on the demo site as from the command
+// line, it draws the model in its first frame and shows the open's texts;
+// the exit question and the solar configuration act on the window.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QSet>
+#include <clocale>
+#include <filesystem>
+
+#include "app/model/ModelSession.h"
+#include "app/model/ReadModel.h"
+#include "app/services/DialogService.h"
+#include "app/services/OrvoIni.h"
+#include "app/services/RunLog.h"
+#include "app/services/SessionPaths.h"
+#include "app/session/CommandLine.h"
+#include "app/session/MainFormState.h"
+#include "app/session/StartupState.h"
+#include "app/session/UserFolders.h"
+#include "app/ui/TFormAt3.h"
+#include "app/ui/ViewPanel.h"
+#include "scene/EngineSession.h"
+#include "scene/render/ViewPanelGL.h"
+#include "support/TestSupport.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class Window : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        static int argc = 1;
+        static char name[] = "zv_gui_WindowStartTest";
+        static char* argv[] = {name, nullptr};
+        static QApplication application(argc, argv);
+        setlocale(LC_NUMERIC, "C");
+    }
+
+    testsupport::ScratchDir dir;
+    ScriptedDialogService dialogs;
+    std::string model;
+
+    void SetUp() override {
+        resetSessionPaths();
+        resetStartupState();
+        resetOrvoIni();
+        resetMainFormState();
+        resetModelSession();
+        resetEngineSession();
+        installDialogService(&dialogs);
+        // The demo site is copied, so the folders an open makes land in scratch.
+        fs::copy(fs::path(ZV_SOURCE_DIR) / "samples/site", dir.path("site"));
+        model = dir.path("site/DemoSite.obj");
+        DeriveUserFolders(dir.root() + "home", program(), false);
+        const std::vector<std::string> argv{program(), model};
+        CaptureCommandLine(argv, RawCommandLine(argv));
+    }
+    void TearDown() override {
+        installDialogService(nullptr);
+        resetRunLog();
+    }
+    static std::string program() { return fs::read_symlink("/proc/self/exe").string(); }
+
+    // Runs the event loop until the surface has painted a frame.
+    static bool waitForFirstFrame(ViewPanelGL* surface) {
+        QElapsedTimer clock;
+        clock.start();
+        while (surface->framesPainted() == 0 && clock.elapsed() < 60000) QApplication::processEvents(QEventLoop::AllEvents, 50);
+        return surface->framesPainted() > 0;
+    }
+};
+
+// How far two colours lie apart, channel by channel.
+int colourDistance(QRgb a, QRgb b) {
+    return std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) + std::abs(qBlue(a) - qBlue(b));
+}
+
+}  // namespace
+
+TEST_F(Window, StartsOnTheDemoSiteAndDrawsItsModel) {
+    TFormAt3 form;
+    ASSERT_TRUE(form.FormCreate(program()));
+    ViewPanelGL* surface = form.viewPanel()->surface();
+    ASSERT_TRUE(waitForFirstFrame(surface));
+    const QImage frame = surface->grabFramebuffer().convertToFormat(QImage::Format_RGB32);
+    ASSERT_FALSE(frame.isNull());
+
+    // Pixels far from the background's colour (the corner above the north
+    // arrow's row, left side) are the model's.
+    const QRgb background = frame.pixel(4, frame.height() / 3);
+    long count = 0;
+    double sumX = 0, sumY = 0;
+    QSet<int> colours;
+    long greenish = 0;
+    for (int y = 0; y < frame.height() - 40; ++y) {
+        for (int x = 0; x < frame.width(); ++x) {
+            const QRgb p = frame.pixel(x, y);
+            if (colourDistance(p, background) < 60) continue;
+            ++count;
+            sumX += x;
+            sumY += y;
+            colours.insert((qRed(p) >> 3) << 10 | (qGreen(p) >> 3) << 5 | qBlue(p) >> 3);
+            if (qGreen(p) > qRed(p) + 10 && qGreen(p) > qBlue(p) + 10) ++greenish;
+        }
+    }
+    const double area = double(frame.width()) * frame.height();
+    // Not blank: the site fills a good part of the view.
+    EXPECT_GT(count, area * 0.10);
+    // Centred: seen from the south at 45 degrees, the site's middle lies near the view's.
+    EXPECT_NEAR(sumX / count, frame.width() / 2.0, frame.width() * 0.08);
+    EXPECT_NEAR(sumY / count, frame.height() / 2.0, frame.height() * 0.15);
+    // Textured: the atlas gives hundreds of colours, grass among them.
+    EXPECT_GT(colours.size(), 300);
+    EXPECT_GT(greenish, count / 5);
+
+    EXPECT_EQ(form.statusText(3), "Azimuth 0");
+    EXPECT_EQ(form.helpText(), REGULAR_HELP);
+    EXPECT_EQ(StatusStripText(), " 13819 vertices and 25012 faces in 7 layers   ");
+    EXPECT_TRUE(QFileInfo::exists(QString::fromStdString(dir.path("site/Home.vpt"))));
+    EXPECT_TRUE(QFileInfo::exists(QString::fromStdString(dir.path("site/Screenshots/"))));
+    EXPECT_TRUE(QFileInfo::exists(QString::fromStdString(startupState().NORTHARROW)));
+    // The textured model has its own picture: no thumbnail is written over it.
+    EXPECT_EQ(modelSession().JPG, dir.path("site/DemoSite.jpg"));
+}
+
+TEST_F(Window, ClosingAsksAndANoKeepsTheWindow) {
+    TFormAt3 form;
+    ASSERT_TRUE(form.FormCreate(program()));
+    dialogs.pushButton(2);
+    EXPECT_FALSE(form.close());
+    EXPECT_TRUE(form.isVisible());
+    ASSERT_FALSE(dialogs.questions().empty());
+    EXPECT_EQ(dialogs.questions().back().text, "Do you really want to exit?");
+    EXPECT_EQ(dialogs.questions().back().title, "Closing Viewer");
+}
+
+TEST_F(Window, TheSolarConfigurationHidesItsMenuItems) {
+    TFormAt3 form;
+    ASSERT_TRUE(form.FormCreate(program()));
+    QAction* solar = form.findChild<QAction*>("CofigireforSolarPlanning1");
+    QAction* addPrj = form.findChild<QAction*>("AddPRJ1");
+    ASSERT_TRUE(solar && addPrj);
+    EXPECT_TRUE(addPrj->isVisible());
+    solar->trigger();
+    EXPECT_TRUE(solar->isChecked());
+    EXPECT_FALSE(addPrj->isVisible());
+    EXPECT_EQ(ORVOINI().readString("Viewer3D", "ConfiguredForSolar", ""), "YES");
+    solar->trigger();
+    EXPECT_FALSE(solar->isChecked());
+    EXPECT_TRUE(addPrj->isVisible());
+}
