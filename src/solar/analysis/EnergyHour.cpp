@@ -39,6 +39,7 @@ HourEnergy AddHourEnergy(PanelEnergyTotals& totals, const PanelEnergyConstants& 
 
 void FillCombinedPanelResults(CombinedPanelResults& r, const PanelEnergyTotals& totals, int shadedCount,
                               int directSunHours, double panelPowerKW, double bifacialFactorPercent) {
+    r.panel.Annual_kWh = totals.Total_Energy;
     r.annualEnergyMonofacial = totals.Total_Energy;
     r.AdjustedEnergy = totals.Total_Energy;
     r.annualEnergyBifacial = totals.Total_Energy * BIFACIALGAINFACTOR;

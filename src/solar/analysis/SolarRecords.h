@@ -5,6 +5,8 @@
 #include <array>
 #include <string>
 
+#include "solar/design/PanelStruct.h"
+
 struct HourlySunData {
     int year = 0;
     int month = 0;
@@ -53,6 +55,7 @@ struct CombinedPanelResults {
     std::string technologyRecommendation;  // "Bifacial" or "Monofacial"
     bool bifacialJustified = false;
     double realisticBifacialGain = 0;
+    PANEL panel{};
     double annualEnergyBifacial = 0;
     double annualEnergyMonofacial = 0;
     std::array<double, 12> monthlyEnergyBifacial{};

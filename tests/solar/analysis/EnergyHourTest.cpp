@@ -102,6 +102,7 @@ TEST(PanelResults, FilledFromTheYearsSums) {
     CombinedPanelResults r;
     FillCombinedPanelResults(r, totals, 30, 1200, 0.4, 10);
     EXPECT_EQ(r.AdjustedEnergy, 400);
+    EXPECT_EQ(r.panel.Annual_kWh, 400);
     EXPECT_NEAR(r.annualEnergyBifacial, 408, 1e-4);  // fixed 2 % gain, not the module's 10
     EXPECT_NEAR(r.monthlyEnergyBifacial[0], 10.2, 1e-5);
     EXPECT_DOUBLE_EQ(r.shading.monthlyShading[0], 25.0);  // 3 of 12 hours
