@@ -2,38 +2,20 @@
 #include <gtest/gtest.h>
 
 #include <ogr_spatialref.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <string>
 
+#include "support/CliRunner.h"
 #include "support/TestSupport.h"
 
 using testsupport::ScratchDir;
 using testsupport::writeTextFile;
 
+using testsupport::CliResult;
+using testsupport::runCli;
+
 namespace {
-
-struct CliResult {
-    int exitCode;
-    std::string out;
-    std::string err;
-};
-
-CliResult runCli(const std::string& arguments, const ScratchDir& dir) {
-    const std::string errPath = dir.path("stderr.txt");
-    const std::string command = std::string(ZV_CLI_PATH) + " " + arguments + " 2>" + errPath;
-    CliResult result{-1, "", ""};
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return result;
-    char buffer[4096];
-    std::size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) result.out.append(buffer, n);
-    const int status = pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    result.err = testsupport::readTextFile(errPath);
-    return result;
-}
 
 // A 20 m square terrain at file height 40 with a 2 m high box roof over its
 // middle, 178000 / 663000 away from the map frame.

@@ -2,39 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <ogr_spatialref.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <string>
 
+#include "support/CliRunner.h"
 #include "support/TestSupport.h"
 
 using testsupport::ScratchDir;
 using testsupport::writeTextFile;
 
+using testsupport::CliResult;
+using testsupport::runCli;
+
 namespace {
-
-struct CliResult {
-    int exitCode;
-    std::string out;
-    std::string err;
-};
-
-CliResult runCli(const std::string& arguments, const ScratchDir& dir) {
-    const std::string errPath = dir.path("stderr.txt");
-    const std::string command = std::string(ZV_CLI_PATH) + " " + arguments + " 2>" + errPath;
-    CliResult result{-1, "", ""};
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return result;
-    char buffer[4096];
-    std::size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) result.out.append(buffer, n);
-    const int status = pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    result.err = testsupport::readTextFile(errPath);
-    return result;
-}
 
 void writeModel(const ScratchDir& dir, bool withPrj) {
     writeTextFile(dir.path("Site.obj"), "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");

@@ -1,36 +1,20 @@
 // zorvex64-cli sun-table, run as a user would run it.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <string>
 
+#include "support/CliRunner.h"
 #include "support/TestSupport.h"
 
 using testsupport::readTextFile;
 using testsupport::ScratchDir;
 
+using testsupport::CliResult;
+using testsupport::runCli;
+
 namespace {
-
-struct CliResult {
-    int exitCode = -1;
-    std::string out;
-    std::string err;
-};
-
-CliResult runCli(const std::string& arguments, const ScratchDir& dir) {
-    const std::string errPath = dir.path("stderr.txt");
-    CliResult result;
-    FILE* pipe = popen((std::string(ZV_CLI_PATH) + " " + arguments + " 2>" + errPath).c_str(), "r");
-    if (!pipe) return result;
-    char buffer[4096];
-    for (std::size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) result.out.append(buffer, n);
-    const int status = pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    result.err = readTextFile(errPath);
-    return result;
-}
 
 }  // namespace
 

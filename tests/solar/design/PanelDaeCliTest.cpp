@@ -1,37 +1,19 @@
 // zorvex64-cli panel-write and panels-info, run as a script would run them.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <string>
 
+#include "support/CliRunner.h"
 #include "support/TestSupport.h"
+
+using testsupport::CliResult;
+using testsupport::runCli;
 
 namespace {
 
 using testsupport::readTextFile;
 using testsupport::ScratchDir;
-
-struct CliResult {
-    int exitCode;
-    std::string out;
-    std::string err;
-};
-
-CliResult runCli(const std::string& arguments, const ScratchDir& dir) {
-    const std::string errPath = dir.path("stderr.txt");
-    const std::string command = std::string(ZV_CLI_PATH) + " " + arguments + " 2>" + errPath;
-    CliResult result{-1, "", ""};
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return result;
-    char buffer[4096];
-    std::size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) result.out.append(buffer, n);
-    const int status = pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    result.err = readTextFile(errPath);
-    return result;
-}
 
 const char* const kCorners = "'100,200,10;100,201.7,10.5;101,201.7,10.5;101,200,10'";
 
