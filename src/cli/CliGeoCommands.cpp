@@ -1,13 +1,10 @@
 // latlon, en and geoid: a model's map frame against WGS 84, and the geoid.
-#include <QString>
 
 #include <cstdio>
 #include <filesystem>
 
 #include "CliCommands.h"
 #include "CliSupport.h"
-#include "app/services/DialogService.h"
-#include "app/services/SessionPaths.h"
 #include "geo/GeoConversions.h"
 #include "geo/GeoState.h"
 #include "geo/Geoid.h"
@@ -15,13 +12,6 @@
 namespace {
 
 // The messages the viewer would show in a box go to stderr.
-class StderrDialogService : public ScriptedDialogService {
-public:
-    void showMessage(const QString& text, const QString& title) override {
-        std::fprintf(stderr, "%s\n", text.toUtf8().constData());
-    }
-};
-
 // The model's ".prj" becomes GlobalCS; false, with the reason on stderr, when
 // the model or its system is missing.
 bool LoadModelSystem(const std::string& modelPath) {
@@ -69,15 +59,6 @@ int CliEastNorth(const std::vector<std::string>& args) {
     return CLI_OK;
 }
 
-// The installation's data folder; beside a build or an installation it is
-// "data" next to the folder of the program.
-std::string DataFolderForCli() {
-    if (!sessionPaths().CTQ_Path.empty()) return sessionPaths().CTQ_Path;
-    std::error_code ec;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ec);
-    return (program.parent_path().parent_path() / "data").string() + "/";
-}
-
 int CliGeoid(const std::vector<std::string>& args) {
     constexpr const char* usage = "zorvex64-cli geoid LAT LON";
     if (args.size() != 2) return CliUsageError("geoid takes a latitude and a longitude", usage);
@@ -86,11 +67,8 @@ int CliGeoid(const std::vector<std::string>& args) {
         return CliUsageError("not a latitude: " + args[0], usage);
     if (!ParseCliNumber(args[1], lon) || lon < -180 || lon > 180)
         return CliUsageError("not a longitude: " + args[1], usage);
-    sessionPaths().CTQ_Path = DataFolderForCli();
-    StderrDialogService messages;
-    installDialogService(&messages);
+    PrepareCliSession();
     const double separation = GetGMGeoidalSeparation(lat, lon);
-    installDialogService(nullptr);
     if (!geoState().GlobalGeoidalSeparationSet) {
         std::fprintf(stderr, "error: no geoid separation at %s %s\n", args[0].c_str(), args[1].c_str());
         return CLI_FAILED;

@@ -9,7 +9,6 @@
 #include "CliSupport.h"
 #include "app/services/RunLog.h"
 #include "app/services/SessionPaths.h"
-#include "app/session/UserFolders.h"
 #include "solar/design/PanelCatalog.h"
 #include "solar/design/PanelColladaWriter.h"
 #include "solar/design/PanelDaeListing.h"
@@ -82,8 +81,7 @@ void orientation(PANEL& p) {
 
 // The catalogue from the installation's data folder; its texture goes beside the output.
 bool applyModule(PANEL& p, const std::string& module, const QString& outputFolder) {
-    std::error_code ec;
-    SetInstallationPaths(std::filesystem::read_symlink("/proc/self/exe", ec).string());
+    PrepareCliSession();
     if (!InitializePanels()) return false;
     AddPanelSpecsFromCSV(p, QString::fromStdString(module));
     if (PanelText(p.ModuleType).isEmpty()) return false;

@@ -6,11 +6,46 @@
 #include <filesystem>
 
 #include "CliCommands.h"
+#include "app/services/DialogService.h"
+#include "app/services/OrvoIni.h"
+#include "app/services/RunLog.h"
+#include "app/services/SessionPaths.h"
+#include "app/session/StartupState.h"
+#include "app/session/UserFolders.h"
 #include "scene/engine_interface.h"
 
 namespace {
+
 void logToStderr(const char* line) { std::fprintf(stderr, "%s\n", line); }
+
+// Nobody answers at a command line: messages go to stderr, questions are cancelled.
+class StderrDialogService : public ScriptedDialogService {
+public:
+    void showMessage(const QString& text, const QString& title) override {
+        std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+    }
+    int ask(const QString& text, const QString& title, const QStringList& buttons, int defaultButton) override {
+        std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+        return ScriptedDialogService::ask(text, title, buttons, defaultButton);
+    }
+};
+
 }  // namespace
+
+void PrepareCliSession() {
+    static bool prepared = false;
+    if (prepared) return;
+    prepared = true;
+    std::error_code ec;
+    const std::string program = std::filesystem::read_symlink("/proc/self/exe", ec).string();
+    DeriveUserFoldersOfProcess(program);
+    SetInstallationPaths(program);
+    std::filesystem::create_directories(sessionPaths().ORVO_T, ec);
+    ORVOINI().load(startupState().ORVOINIFILENAME);
+    runLog().fp_prt = stderr;
+    static StderrDialogService messages;
+    installDialogService(&messages);
+}
 
 bool ParseCliNumber(const std::string& word, double& value) {
     const char* begin = word.data();

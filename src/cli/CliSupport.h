@@ -12,6 +12,13 @@ bool ParseCliNumber(const std::string& word, double& value);
 // Prints "error: <message>" and the usage line to stderr; returns CLI_BAD_ARGUMENTS.
 int CliUsageError(const std::string& message, const char* usage);
 
+// The session as the viewer has it, for commands that need folders,
+// settings or the installation's data: the user's folders ($HOME/Orvo_/ with
+// its TMP/), "Orvo.ini", CTQ_Path beside the program, the run log on stderr,
+// and a dialog service that prints every message on stderr and cancels every
+// question. Once a run; later calls do nothing.
+void PrepareCliSession();
+
 // Starts the engine (log lines to stderr) and opens the model; on failure
 // prints why and returns false.
 bool OpenModelForCli(const std::string& path, OpenedModel& opened);
