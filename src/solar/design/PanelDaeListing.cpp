@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QStringList>
 
+#include "AdjacencyGrouping.h"
 #include "PanelDaeImport.h"
 #include "PanelDaeText.h"
 #include "PanelLayers.h"
@@ -57,6 +58,7 @@ QString ListPanelsInfo(const QString& DAE) {
 }
 
 QString ListPanelsInfoFromMemory() {
+    constructionGroups().groupCount = PerformAdjacencyGrouping(constructionGroups().groups.data());
     const PanelStore& store = panelStore();
     const QString folder = QString::fromStdString(sessionPaths().ORVO_T);
     OrvoCreateDir(folder);

@@ -241,7 +241,8 @@ TEST_F(PanelDaeEmbedTest, OverviewListsEachPanelOfAFile) {
     EXPECT_EQ(ListPanelsInfo(QString::fromStdString(dir.path("Roof-less.dae"))), QString());
     EXPECT_NE(logText().find("ERROR: Invalid NumPanelsCreated value: 0\n"), std::string::npos);
 
-    // From memory the construction letter is known, and the name carries the time.
+    // From memory the panels are grouped first (a lone panel is row 1 of
+    // group A), and the name carries the time.
     sessionPaths().ORVO_T = dir.path("TMP/");
     panelStore().panels[0].GroupingName = 'B';
     panelStore().panels[0].RoofType = 1;
@@ -249,7 +250,7 @@ TEST_F(PanelDaeEmbedTest, OverviewListsEachPanelOfAFile) {
     EXPECT_TRUE(QRegularExpression(QStringLiteral("/TMP/PanelsInfo_\\d{8}_\\d{6}\\.csv$")).match(fromMemory).hasMatch())
         << fromMemory.toStdString();
     const std::string rows = readTextFile(fromMemory.toStdString());
-    EXPECT_NE(rows.find("\nZV-M60 450,(MISSING),12/417," + dir.path("Panel-12_417.dae") + ",0,B,,1903,1134,0,180,Flat,"),
+    EXPECT_NE(rows.find("\nZV-M60 450,(MISSING),12/417," + dir.path("Panel-12_417.dae") + ",1,A,,1903,1134,0,180,Flat,"),
               std::string::npos) << rows;
     EXPECT_EQ(occurrences(rows, "\n"), 3);
 }

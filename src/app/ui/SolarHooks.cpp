@@ -1,0 +1,17 @@
+#include "SolarHooks.h"
+
+#include "app/model/AddModels.h"
+#include "solar/analysis/EnergyModel.h"
+#include "solar/analysis/SunPosition.h"
+#include "solar/design/PlacementDae.h"
+#include "solar/design/RowSpacing.h"
+#include "solar/design/ui/TFormPanels.h"
+
+void InstallSolarHooks(QWidget* parent) {
+    rowSpacingSunModel() = RowSpacingSunModel{DoSunPosition, IncidentAngle, IAMFactor};
+    placementHooks().openPanelForm = [parent] {
+        TFormPanels form(parent);
+        return form.exec() == QDialog::Accepted;
+    };
+    placementHooks().addModels = [](const QStringList& files) { AddmodelsClick(files); };
+}
