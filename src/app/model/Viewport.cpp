@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <fstream>
 
+#include "CameraTools.h"
 #include "ModelPaths.h"
 #include "ModelSession.h"
 #include "app/session/CameraState.h"
@@ -97,6 +98,10 @@ void FullViewBtnClick() {
         if (!ControlChecked(button)) continue;
         SetControlChecked(button, false);
         At3d_WriteFlag(LIBFLAG_MESH_LOCATION, MESH_LOCATION_OFF);
+    }
+    if (ControlChecked("LookAtBtn")) {
+        SetControlChecked("LookAtBtn", false);
+        LookAtBtnClick();
     }
     At3d_ZoomReset();
     At3d_ViewTop();

@@ -4,6 +4,7 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCursor>
 #include <QLabel>
 #include <QMenuBar>
 #include <QOffscreenSurface>
@@ -16,7 +17,14 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "FormInput.h"
+#include "ManageLayersForm.h"
 #include "ViewPanel.h"
+#include "app/dispatch/DigitiseMenu.h"
+#include "app/dispatch/DispatchState.h"
+#include "app/dispatch/ToolModes.h"
+#include "app/model/CameraTools.h"
+#include "app/model/RenderModeMenu.h"
 #include "app/model/AddModels.h"
 #include "app/model/ModelSession.h"
 #include "app/model/ReadModel.h"
@@ -35,8 +43,8 @@
 namespace {
 
 constexpr int HELP_LABEL_WIDTH = 2222;
-// The help label's colour while high accuracy drawing is on.
-constexpr int HIGH_ACCURACY_COLOR = 0xf0caa6;
+// Metres the observer rises or sinks per press of its spin button.
+constexpr float OBSERVER_ELEVATION_STEP = 1;
 
 // GL_RENDERER of the card the drawing surface will use.
 std::string openGlRendererName() {
@@ -85,6 +93,9 @@ TFormAt3::TFormAt3(QWidget* parent) : QMainWindow(parent) {
     SetControlVisible("ReadModelBtn", false);
     Form_Setup(this, ViewPanel_, ViewPanel_->width(), ViewPanel_->height());
     SetControlChecked("Highaccuracy1", At3d_ReadFlag(LIBFLAG_INTEGRATED_GPU) != 0);
+    SetControlChecked("BackfaceCullingBtn", At3d_ReadFlag(LIBFLAG_BACKFACE_CULL) != 0);
+    SetControlChecked("Usetexture1", At3d_ReadFlag(LIBFLAG_USE_TEXTURES) != 0);
+    input_ = new FormInput(this, ViewPanel_->surface());
 }
 
 TFormAt3::~TFormAt3() {
@@ -136,6 +147,7 @@ void TFormAt3::createMenus() {
     renderMode->setShortcut(QKeySequence("Ctrl+R"));
     view->addSeparator();
     addItem(view, "Listlayers1", "List layers", ListlayersClick);
+    addItem(view, "Managelayers1", "Manage layers", [this] { Managelayers(this); });
     addItem(view, "Listmodelsimported1", "List models imported",
             [] { MyShowMessage(modelSession().TSImportedFiles.join("\n")); });
 
@@ -153,7 +165,34 @@ void TFormAt3::createMenus() {
         QAction* item = addCheckItem(textures, name.c_str(), QString("%1 x %1").arg(size), [size] { SetTextureLimit(size); });
         group->addAction(item);
     }
-    addCheckItem(options, "Highaccuracy1", "High accuracy", [this] { Highaccuracy1Click(); });
+    addCheckItem(options, "Highaccuracy1", "High accuracy", ::Highaccuracy1Click);
+
+    view->addSeparator();
+    addItem(view, "ZoomIn1", "Zoom in", ZoomInBtnClick);
+    addItem(view, "ZoomOut1", "Zoom out", ZoomOutBtnClick);
+    addItem(view, "MyViewTop", "View from the top", MyViewTopClick);
+    QMenu* modes = view->addMenu("Render mode");
+    addItem(modes, "Normal1", "Normal", Normal1Click);
+    addItem(modes, "Gray1", "Gray", Gray1Click);
+    addItem(modes, "Sepia1", "Sepia", Sepia1Click);
+    addCheckItem(view, "Usetexture1", "Use texture", Usetexture1Click);
+    view->addSeparator();
+    addItem(view, "SaveViewport1", "Save viewport", SaveViewportClick);
+    addItem(view, "RestoreViewport1", "Restore viewport", RestoreViewportClick);
+
+    QMenu* digitize = menuBar()->addMenu("&Digitize");
+    digitize->setObjectName("DigitizeDropdownMnu");
+    addItem(digitize, "Roofs1", "Roofs", Roofs1Click);
+    addItem(digitize, "Line1", "Line", Line1Click);
+    addItem(digitize, "Eelevatedpolygon1", "Elevated  polygon", Eelevatedpolygon1Click);
+    addItem(digitize, "PolygonMnu", "Polygon ", PolygonMnuClick);
+    addItem(digitize, "Polygonwiththickness1", "Polygon with thickness", Polygonwiththickness1Click);
+    addItem(digitize, "FlytrroughDigitize", "Fly trrough", FlytrroughDigitizeClick);
+    addItem(digitize, "AreaMnu", "3D Area/Block", AreaMnuClick);
+    addItem(digitize, "BlockMenu", "Block", BlockMenuClick);
+    addItem(digitize, "Facade1", "Facade", Facade1Click);
+    digitize->addSeparator();
+    addItem(digitize, "Abortpopup", "Abort", AbortpopupClick);
 }
 
 void TFormAt3::createToolButtons() {
@@ -165,6 +204,34 @@ void TFormAt3::createToolButtons() {
     QAction* full = tools->addAction("Full view");
     full->setObjectName("FullViewBtn");
     connect(full, &QAction::triggered, this, [] { FullViewBtnClick(); });
+    const auto button = [this, tools](const char* name, const QString& text, bool checkable,
+                                      std::function<void()> handler) {
+        QAction* action = tools->addAction(text);
+        action->setObjectName(name);
+        action->setCheckable(checkable);
+        // The logic reads a tool's state from the form state, set before the handler runs.
+        connect(action, &QAction::triggered, this, [name, action, handler] {
+            if (action->isCheckable()) SetControlChecked(name, action->isChecked());
+            handler();
+        });
+        return action;
+    };
+    button("ZoomInBtn", "Zoom in", false, ZoomInBtnClick);
+    button("ZoomOutBtn", "Zoom out", false, ZoomOutBtnClick);
+    button("LookAtBtn", cameraToolState().LookAtCaption, true, LookAtBtnClick);
+    button("InvertObserverTarget", "Invert", false, InvertObserverTargetClick);
+    button("ObsElevUp", "Observer +", false, [] { SetObserverElevation(OBSERVER_ELEVATION_STEP); });
+    button("ObsElevDown", "Observer -", false, [] { SetObserverElevation(-OBSERVER_ELEVATION_STEP); });
+    ObserverElevationlabel = new QLabel(cameraToolState().ObserverElevationText);
+    ObserverElevationlabel->setObjectName("ObserverElevationlabel");
+    tools->addWidget(ObserverElevationlabel);
+    button("SelectMeasuringBtn", "Select", true, SelectMeasuringBtnClick);
+    button("DigitizeBtn", "Digitize", false, [this] {
+        DigitizeBtnClick(dispatchState().ROOF);
+        if (auto* menu = findChild<QMenu*>("DigitizeDropdownMnu")) menu->popup(QCursor::pos() + QPoint(30, 30));
+    });
+    button("DepthFlagBtn", "Depth", true, DepthFlagBtnClick);
+    button("BackfaceCullingBtn", "Backface culling", true, BackfaceCullingBtnClick);
 }
 
 void TFormAt3::createStatusTexts() {
@@ -173,14 +240,6 @@ void TFormAt3::createStatusTexts() {
         statusLabels_[field]->setObjectName(QString("StatusText%1").arg(field));
         statusBar()->addWidget(statusLabels_[field], field == 0 ? 2 : 1);
     }
-}
-
-void TFormAt3::Highaccuracy1Click() {
-    const bool on = !At3d_ReadFlag(LIBFLAG_INTEGRATED_GPU);
-    At3d_WriteFlag(LIBFLAG_INTEGRATED_GPU, on ? 1 : 0);
-    SetControlChecked("Highaccuracy1", on);
-    SetHelpLabelColor(on ? HIGH_ACCURACY_COLOR : mainFormState().OriginalLabelForHelpColor);
-    At3d_RenderOpenGLScene();
 }
 
 void TFormAt3::ShowPRJ1Click() {
@@ -206,6 +265,18 @@ void TFormAt3::helpLabelChanged() {
 }
 
 void TFormAt3::controlChanged(const std::string& name) {
+    const CameraToolState& tools = cameraToolState();
+    if (name == "FormAt3") {
+        // The form's own colour unless a roaming camera is drawn.
+        setPalette(tools.formColor < 0 ? QPalette() : QPalette(fromToolkitColor(tools.formColor)));
+        return;
+    }
+    if (name == "ObserverElevationlabel") {
+        ObserverElevationlabel->setText(tools.ObserverElevationText);
+        return;
+    }
+    if (name == "LookAtBtn")
+        for (QAction* action : findChildren<QAction*>("LookAtBtn")) action->setText(tools.LookAtCaption);
     const QString objectName = QString::fromStdString(name);
     for (QAction* action : findChildren<QAction*>(objectName)) {
         action->setVisible(ControlVisible(name));
@@ -232,6 +303,10 @@ void TFormAt3::processPendingEvents() { QCoreApplication::processEvents(); }
 
 int TFormAt3::viewPanelWidth() const { return ViewPanel_->width(); }
 int TFormAt3::viewPanelHeight() const { return ViewPanel_->height(); }
+
+void TFormAt3::customEvent(QEvent* event) {
+    if (event->type() == ENGINE_NOTIFY_EVENT) input_->engineNotification(*static_cast<EngineNotifyEvent*>(event));
+}
 
 void TFormAt3::closeEvent(QCloseEvent* event) {
     if (!AskToExit()) {

@@ -10,6 +10,7 @@
 
 #include "app/session/MainFormState.h"
 
+class FormInput;
 class QLabel;
 class ViewPanel;
 
@@ -46,6 +47,8 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     // FormActivate: the form is maximised whenever it becomes active.
     void changeEvent(QEvent* event) override;
+    // The engine's notifications, posted as events.
+    void customEvent(QEvent* event) override;
 
 private:
     QAction* addItem(QMenu* menu, const char* name, const QString& text, std::function<void()> handler);
@@ -53,11 +56,12 @@ private:
     void createMenus();
     void createToolButtons();
     void createStatusTexts();
-    void Highaccuracy1Click();
     void ShowPRJ1Click();
 
     ViewPanel* ViewPanel_ = nullptr;
     QLabel* LabelForHelp = nullptr;
+    QLabel* ObserverElevationlabel = nullptr;
+    FormInput* input_ = nullptr;
     std::array<QLabel*, STATUS_TEXT_COUNT> statusLabels_{};
     bool busyCursorShown_ = false;
 };
