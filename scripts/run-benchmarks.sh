@@ -11,3 +11,11 @@ echo "== open a 1M-triangle OBJ ($(du -m "$WORK/city1m.obj" | cut -f1) MB) to a 
 ZV_BENCH_OBJ="$WORK/city1m.obj" "$BUILD/bench/open_bench"
 echo "== shading segments on a 2M-triangle city"
 "$BUILD/bench/shading_bench"
+if [ ! -f "$WORK/cityt.obj" ]; then
+  "$BUILD/bench/zv-citygen" "$WORK/cityt.obj" --triangles 1000000 --texture 8192 >&2
+fi
+echo "== the renderer: a 1M-triangle OBJ with an 8192² texture to its first frame, then frames while turning"
+export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$(mktemp -d)}
+ZV_BENCH_RENDER_OBJ="$WORK/cityt.obj" xvfb-run -a -s "-screen 0 1280x1024x24" "$BUILD/bench/render_bench"
+echo "== climate: folding six years, indexing, a panel's year of look-ups"
+"$BUILD/bench/climate_bench"
