@@ -119,12 +119,6 @@ void AddmodelsClick(const QStringList& files) {
 }
 
 void AddmodelsMenuClick() {
-    FileDialogRequest request;
-    request.title = READ_MODEL_TITLE;
-    request.filter = READ_MODEL_FILTER;
-    request.folder = QString::fromStdString(ORVOINI().readString("Viewer3D", "Last Folder", ""));
-    QString chosen;
-    int filter = 1;
-    if (!dialogService().chooseFile(request, chosen, filter)) return;
-    AddmodelsClick({chosen});
+    const QStringList files = AskForModels();
+    if (!files.isEmpty()) AddmodelsClick(files);
 }

@@ -52,17 +52,6 @@ double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// The file dialog ReadModelDlg, starting in the last model's folder.
-QStringList askForModels() {
-    FileDialogRequest request;
-    request.title = READ_MODEL_TITLE;
-    request.filter = READ_MODEL_FILTER;
-    request.folder = QString::fromStdString(ORVOINI().readString("Viewer3D", "Last Folder", ""));
-    QString chosen;
-    int filter = 1;
-    if (!dialogService().chooseFile(request, chosen, filter)) return {};
-    return {chosen};
-}
 
 // The names that follow from the model's path, and its folders beside it.
 void deriveModelNames(const std::string& path) {
@@ -221,6 +210,17 @@ void findConvexHull() {
 
 }  // namespace
 
+QStringList AskForModels() {
+    FileDialogRequest request;
+    request.title = READ_MODEL_TITLE;
+    request.filter = READ_MODEL_FILTER;
+    request.folder = QString::fromStdString(ORVOINI().readString("Viewer3D", "Last Folder", ""));
+    QString chosen;
+    int filter = 1;
+    if (!dialogService().chooseFile(request, chosen, filter)) return {};
+    return {chosen};
+}
+
 int ReadTypeOfModel(const std::string& path, ModelKind& kind) {
     kind = ModelKind{};
     const QString suffix = QFileInfo(QString::fromStdString(path)).suffix().toLower();
@@ -249,7 +249,7 @@ void Read_3D_File() {
     ModelSession& model = modelSession();
     model.INPUTFILENAME.clear();
     const std::string& named = startupState().GlobalARGVforDebug;
-    QStringList files = named.empty() ? askForModels() : QStringList{QString::fromStdString(named)};
+    QStringList files = named.empty() ? AskForModels() : QStringList{QString::fromStdString(named)};
     if (files.isEmpty()) {
         SetControlVisible("ReadModelBtn", true);
         return;

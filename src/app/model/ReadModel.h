@@ -2,6 +2,7 @@
 // start-up and the model browser take, and the reading proper.
 #pragma once
 
+#include <QStringList>
 #include <string>
 
 #include "ModelSession.h"
@@ -17,6 +18,9 @@ inline constexpr const char* REGULAR_HELP =
 // "Open": forgets the command line's model, empties the list of imported
 // files, the measure list, the billboards and the sphere markers, and opens
 // through ReadModelBtnClick, so the file dialog asks.
+// The file dialog ReadModelDlg, starting in the last model's folder; empty on cancel.
+QStringList AskForModels();
+
 void OpenFrommenuClick();
 
 // Opens GlobalARGVforDebug, or asks with the file dialog when it is empty:

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "PanelStore.h"
+#include "PlanEdges.h"
 #include "app/services/RunLog.h"
 
 namespace {
@@ -16,19 +17,7 @@ constexpr double kRowJoin = 0.05;       // m, corners meeting end to end
 constexpr double kNeighbourJoin = 0.2;  // m, ArePanelsNeighbours
 constexpr float kTwoRowSpread = 0.15f;  // m of centre heights for two rows, compared as stored
 
-struct P2 {
-    double x, y;
-};
-
-P2 nearestOnSegment(P2 a, P2 b, P2 q) {
-    const double dx = b.x - a.x, dy = b.y - a.y;
-    const double len2 = dx * dx + dy * dy;
-    if (len2 <= 0) return a;
-    const double t = std::clamp(((q.x - a.x) * dx + (q.y - a.y) * dy) / len2, 0.0, 1.0);
-    return {a.x + t * dx, a.y + t * dy};
-}
-
-P2 plan(const TGIS_Point3D& p) { return {p.X, p.Y}; }
+PlanPoint plan(const TGIS_Point3D& p) { return {p.X, p.Y}; }
 
 double dist3(const TGIS_Point3D& a, const TGIS_Point3D& b) {
     return std::sqrt((a.X - b.X) * (a.X - b.X) + (a.Y - b.Y) * (a.Y - b.Y) + (a.Z - b.Z) * (a.Z - b.Z));
@@ -85,13 +74,10 @@ void resetConstructionGroups() { constructionGroups() = ConstructionGroups{}; }
 double MinEdgeDistance(const PANEL& a, const PANEL& b) {
     double best = 1e300;
     for (int i = 0; i < 4; ++i) {
-        const P2 a0 = plan(a.Corners[i]), a1 = plan(a.Corners[(i + 1) % 4]);
+        const PlanPoint a0 = plan(a.Corners[i]), a1 = plan(a.Corners[(i + 1) % 4]);
         for (int j = 0; j < 4; ++j) {
-            const P2 b0 = plan(b.Corners[j]), b1 = plan(b.Corners[(j + 1) % 4]);
-            const P2 q{(b0.x + b1.x) / 2, (b0.y + b1.y) / 2};
-            const P2 c1 = nearestOnSegment(a0, a1, q);
-            const P2 c2 = nearestOnSegment(b0, b1, c1);
-            best = std::min(best, std::hypot(c1.x - c2.x, c1.y - c2.y));
+            const PlanPoint b0 = plan(b.Corners[j]), b1 = plan(b.Corners[(j + 1) % 4]);
+            best = std::min(best, PlanEdgeGap(a0, a1, b0, b1));
         }
     }
     return best;

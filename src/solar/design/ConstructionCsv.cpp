@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "PanelStore.h"
+#include "PlanEdges.h"
 #include "app/services/RunLog.h"
 
 namespace {
@@ -16,37 +17,22 @@ constexpr double kRowZTol = 0.1;    // m of centre height within one row
 constexpr int kMaxRows = 10;
 constexpr int kMaxPerRow = 100;
 
-struct P2 {
-    double x, y;
-};
-
-P2 nearestOnSegment(P2 a, P2 b, P2 q) {
-    const double dx = b.x - a.x, dy = b.y - a.y;
-    const double len2 = dx * dx + dy * dy;
-    if (len2 <= 0) return a;
-    const double t = std::clamp(((q.x - a.x) * dx + (q.y - a.y) * dy) / len2, 0.0, 1.0);
-    return {a.x + t * dx, a.y + t * dy};
-}
-
 // Portrait or landscape, a panel's left edge is LL-UL and its right edge LR-UR.
-void leftEdge(const PANEL& p, P2& a, P2& b) {
+void leftEdge(const PANEL& p, PlanPoint& a, PlanPoint& b) {
     a = {p.Corners[0].X, p.Corners[0].Y};
     b = {p.Corners[1].X, p.Corners[1].Y};
 }
-void rightEdge(const PANEL& p, P2& a, P2& b) {
+void rightEdge(const PANEL& p, PlanPoint& a, PlanPoint& b) {
     a = {p.Corners[3].X, p.Corners[3].Y};
     b = {p.Corners[2].X, p.Corners[2].Y};
 }
 
 // Plan distance of right's right edge to left's left edge, midpoint first.
 double rightToLeft(const PANEL& right, const PANEL& left) {
-    P2 r0, r1, l0, l1;
+    PlanPoint r0, r1, l0, l1;
     rightEdge(right, r0, r1);
     leftEdge(left, l0, l1);
-    const P2 q{(r0.x + r1.x) / 2, (r0.y + r1.y) / 2};
-    const P2 c1 = nearestOnSegment(l0, l1, q);
-    const P2 c2 = nearestOnSegment(r0, r1, c1);
-    return std::hypot(c1.x - c2.x, c1.y - c2.y);
+    return PlanEdgeGap(l0, l1, r0, r1);
 }
 
 std::vector<int> walkRow(int start, const std::vector<int>& candidates, std::vector<bool>& used) {
