@@ -215,10 +215,11 @@ QStringList AskForModels() {
     request.title = READ_MODEL_TITLE;
     request.filter = READ_MODEL_FILTER;
     request.folder = QString::fromStdString(ORVOINI().readString("Viewer3D", "Last Folder", ""));
+    request.multiple = true;
     QString chosen;
     int filter = 1;
     if (!dialogService().chooseFile(request, chosen, filter)) return {};
-    return {chosen};
+    return chosen.split('\n', Qt::SkipEmptyParts);
 }
 
 int ReadTypeOfModel(const std::string& path, ModelKind& kind) {

@@ -18,7 +18,8 @@ inline constexpr const char* REGULAR_HELP =
 // "Open": forgets the command line's model, empties the list of imported
 // files, the measure list, the billboards and the sphere markers, and opens
 // through ReadModelBtnClick, so the file dialog asks.
-// The file dialog ReadModelDlg, starting in the last model's folder; empty on cancel.
+// The file dialog ReadModelDlg, starting in the last model's folder: one or
+// more models, the first opened and the rest added; empty on cancel.
 QStringList AskForModels();
 
 void OpenFrommenuClick();

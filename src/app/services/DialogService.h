@@ -24,6 +24,7 @@ struct FileDialogRequest {
     QString folder;        // initial folder
     QString proposedName;  // file name proposed
     bool promptOverwrite = true;
+    bool multiple = false;  // an open dialog that takes several files: chosen lists them, one a line
 };
 
 class DialogService {

@@ -144,6 +144,19 @@ TEST_F(ReadModel, ACancelledDialogLeavesAnEmptySceneAndTheOpenButton) {
     EXPECT_EQ(asked.folder.toStdString(), dir.path("site/"));
 }
 
+TEST_F(ReadModel, SeveralModelsChosenOpenTheFirstAndAddTheRest) {
+    writeTextFile(dir.path("site/a.obj"), SQUARE);
+    writeTextFile(dir.path("site/b.obj"), std::string(SQUARE) + "# padding so the file passes the size test of added models\n"
+                                                                "# padding so the file passes the size test of added models\n"
+                                                                "# padding so the file passes the size test of added models\n");
+    startupState().GlobalARGVforDebug.clear();
+    dialogs.pushFile(QString::fromStdString(dir.path("site/a.obj") + "\n" + dir.path("site/b.obj")));
+    ReadModelBtnClick();
+    EXPECT_EQ(modelSession().INPUTFILENAME, dir.path("site/a.obj"));
+    ASSERT_EQ(modelSession().INPUTFILES.size(), 2);
+    EXPECT_EQ(At3d_LayerCount(), 2);
+}
+
 TEST_F(ReadModel, AnUntexturedModelGetsAThumbnail) {
     writeTextFile(dir.path("site/m.obj"), SQUARE);
     const At3d_RendererHooks hooks{nullptr, nullptr, &ThumbnailRecorder::save};

@@ -73,7 +73,9 @@ bool QtDialogService::chooseFile(const FileDialogRequest& request, QString& chos
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size())
         dialog.selectNameFilter(filters[request.filterIndex - 1]);
     dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setFileMode(request.save       ? QFileDialog::AnyFile
+                       : request.multiple ? QFileDialog::ExistingFiles
+                                          : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.promptOverwrite);
     if (!request.proposedName.isEmpty()) dialog.selectFile(request.proposedName);
 
@@ -85,7 +87,7 @@ bool QtDialogService::chooseFile(const FileDialogRequest& request, QString& chos
     QApplication::processEvents();
     if (request.save) QCursor::setPos(pointer);
     if (!accepted) return false;
-    chosen = dialog.selectedFiles().first();
+    chosen = request.multiple ? dialog.selectedFiles().join('\n') : dialog.selectedFiles().first();
     chosenFilter = std::max<int>(1, static_cast<int>(filters.indexOf(dialog.selectedNameFilter())) + 1);
     return true;
 }
