@@ -40,7 +40,7 @@ void fetchAngles(DispatchState& d) {
 }
 
 void onLButtonDown(DispatchState& d) {
-    d.CAMERASTEPANGLE = cameraState().cameraStepAngle;
+    d.CAMERASTEPANGLE = GetCameraStepAngle();
     fetchAngles(d);
     d.CAMERAYANGLE = 0;
     At3d_Camera_Rotate_Set_Speed(0);
@@ -205,7 +205,7 @@ bool onKeyDown(DispatchState& d, const AppMsg& msg) {
         return true;
     }
     if (d.keep_goingAVI) return false;
-    d.CAMERASTEPANGLE = cameraState().cameraStepAngle;
+    d.CAMERASTEPANGLE = GetCameraStepAngle();
     fetchAngles(d);
     bool changed = false;
     if (d.KamaFTWP > 0)

@@ -124,6 +124,38 @@ void GetCameraData() {
     At3d_GetCameraInitialDistance(&c.cameraInitialDistance);
     At3d_GetCameraRotateSpeed(&c.cameraRotateSpeed);
     At3d_GetCameraZoomSpeed(&c.cameraZoomSpeed);
+    SetEditText(CAMERA_STEP_ANGLE_EDIT, QString::number(c.cameraStepAngle));
+    SetEditText(CAMERA_STEP_FOV_EDIT, QString::number(c.cameraStepFOV));
+    SetEditText(CAMERA_ROTATE_SPEED_EDIT, QString::number(c.cameraRotateSpeed));
+}
+
+namespace {
+
+// The field's number, or the value it had when the text is no number.
+double numberOfField(const char* name, double current) {
+    bool ok = false;
+    const double value = EditText(name).trimmed().toDouble(&ok);
+    return ok ? value : current;
+}
+
+}  // namespace
+
+double GetCameraStepAngle() {
+    CameraState& c = cameraState();
+    c.cameraStepAngle = numberOfField(CAMERA_STEP_ANGLE_EDIT, c.cameraStepAngle);
+    return c.cameraStepAngle;
+}
+
+double GetCameraStepFOV() {
+    CameraState& c = cameraState();
+    c.cameraStepFOV = numberOfField(CAMERA_STEP_FOV_EDIT, c.cameraStepFOV);
+    return c.cameraStepFOV;
+}
+
+int GetCameraRotateSpeed() {
+    CameraState& c = cameraState();
+    c.cameraRotateSpeed = static_cast<int>(numberOfField(CAMERA_ROTATE_SPEED_EDIT, c.cameraRotateSpeed));
+    return c.cameraRotateSpeed;
 }
 
 void GetCameraAnglesClick() {

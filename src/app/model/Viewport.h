@@ -18,7 +18,18 @@ bool RestoreViewport(const std::string& path);
 void FullViewBtnClick();
 
 // The camera values of cameraState() from the engine.
+// Refreshes the camera globals from the engine and fills the camera edit fields.
 void GetCameraData();
+// The camera edit fields: each reads its field into the session value; a
+// field that does not read as a number keeps the value it had.
+double GetCameraStepAngle();
+double GetCameraStepFOV();
+int GetCameraRotateSpeed();
+
+// Names of the camera edit fields on the main form.
+inline constexpr const char* CAMERA_STEP_ANGLE_EDIT = "CameraStepAngleEdit";
+inline constexpr const char* CAMERA_STEP_FOV_EDIT = "CameraStepFOVEdit";
+inline constexpr const char* CAMERA_ROTATE_SPEED_EDIT = "CameraRotateSpeedEdit";
 void GetCameraAnglesClick();
 
 // "Azimuth %.0f" in the fourth status text and the north arrow turned to match.

@@ -73,6 +73,19 @@ bool ControlChecked(const std::string& name) {
     return it != checked.end() && it->second;
 }
 
+void SetEditText(const std::string& name, const QString& text) {
+    mainFormState().editTexts[name] = text;
+    mainFormHost().controlChanged(name);
+}
+
+void EditTextTyped(const std::string& name, const QString& text) { mainFormState().editTexts[name] = text; }
+
+QString EditText(const std::string& name) {
+    const auto& texts = mainFormState().editTexts;
+    const auto it = texts.find(name);
+    return it == texts.end() ? QString() : it->second;
+}
+
 void SetBusyCursor(bool busy) {
     mainFormState().busyCursor = busy;
     mainFormHost().cursorChanged();

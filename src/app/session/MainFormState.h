@@ -22,6 +22,8 @@ struct MainFormState {
     // Controls are visible and unchecked unless set here.
     std::map<std::string, bool> visible;
     std::map<std::string, bool> checked;
+    // Texts of named edit fields, as typed or as the logic filled them.
+    std::map<std::string, QString> editTexts;
     bool busyCursor = false;
 };
 
@@ -61,3 +63,8 @@ bool ControlVisible(const std::string& name);
 void SetControlChecked(const std::string& name, bool checked);
 bool ControlChecked(const std::string& name);
 void SetBusyCursor(bool busy);
+// An edit field's text: set by the logic (the window follows) or by the
+// window as the operator types (nothing follows).
+void SetEditText(const std::string& name, const QString& text);
+void EditTextTyped(const std::string& name, const QString& text);
+QString EditText(const std::string& name);

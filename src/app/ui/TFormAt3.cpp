@@ -12,6 +12,7 @@
 #include <QOpenGLFunctions>
 #include <QScreen>
 #include <QStatusBar>
+#include <QLineEdit>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <cstdio>
@@ -225,6 +226,19 @@ void TFormAt3::createToolButtons() {
     ObserverElevationlabel = new QLabel(cameraToolState().ObserverElevationText);
     ObserverElevationlabel->setObjectName("ObserverElevationlabel");
     tools->addWidget(ObserverElevationlabel);
+    // The camera's steps, read by the navigation at each press and key.
+    for (const auto& [name, caption] : {std::pair{CAMERA_STEP_ANGLE_EDIT, "Step angle"},
+                                        std::pair{CAMERA_STEP_FOV_EDIT, "Step FOV"},
+                                        std::pair{CAMERA_ROTATE_SPEED_EDIT, "Rotate speed"}}) {
+        tools->addWidget(new QLabel(caption));
+        auto* edit = new QLineEdit(EditText(name));
+        edit->setObjectName(name);
+        edit->setMaximumWidth(48);
+        connect(edit, &QLineEdit::textEdited, this, [name = std::string(name)](const QString& text) {
+            EditTextTyped(name, text);
+        });
+        tools->addWidget(edit);
+    }
     button("SelectMeasuringBtn", "Select", true, SelectMeasuringBtnClick);
     button("DigitizeBtn", "Digitize", false, [this] {
         DigitizeBtnClick(dispatchState().ROOF);
@@ -278,6 +292,8 @@ void TFormAt3::controlChanged(const std::string& name) {
     if (name == "LookAtBtn")
         for (QAction* action : findChildren<QAction*>("LookAtBtn")) action->setText(tools.LookAtCaption);
     const QString objectName = QString::fromStdString(name);
+    for (QLineEdit* edit : findChildren<QLineEdit*>(objectName))
+        if (edit->text() != EditText(name)) edit->setText(EditText(name));
     for (QAction* action : findChildren<QAction*>(objectName)) {
         action->setVisible(ControlVisible(name));
         if (action->isCheckable()) action->setChecked(ControlChecked(name));

@@ -11,6 +11,7 @@
 #include "app/dispatch/Timer1Timer.h"
 #include "app/dispatch/ToolModes.h"
 #include "app/dispatch/ViewPanelClick.h"
+#include "app/model/Viewport.h"
 #include "app/model/CameraTools.h"
 #include "app/model/ModelOpenFixture.h"
 #include "app/services/OrvoDialogs.h"
@@ -136,6 +137,10 @@ TEST_F(Dispatcher, ArrowsTiltWithinZeroAndNinetyUnlessIndoor) {
     EXPECT_NEAR(angle(2), 15, 1e-9);
     EXPECT_EQ(mainFormState().statusTexts[3], "Azimuth 15");
     EXPECT_NEAR(dispatchState().CAMERAZANGLE, 15, 1e-9);
+    // The step is what the operator typed in the step angle field.
+    EditTextTyped(CAMERA_STEP_ANGLE_EDIT, "30");
+    AppMessage(key(KEY_RIGHT));
+    EXPECT_NEAR(angle(2), 45, 1e-9);
 }
 
 TEST_F(Dispatcher, KeysPanZoomAndStopAsTheTableSays) {

@@ -228,3 +228,22 @@ TEST_F(CameraTools, DrawingSwitchesToggleTheirFlagsAndHighAccuracyColoursTheHelp
     EXPECT_EQ(viewerSettings().useTexturesFlag, 0);
     EXPECT_EQ(At3d_ReadFlag(LIBFLAG_USE_TEXTURES), 0);
 }
+
+TEST_F(CameraTools, CameraEditFieldsShowTheStepsAndTypedNumbersBecomeThem) {
+    cameraState().cameraStepAngle = 5;
+    At3d_SetCameraRotateSpeed(3);
+    GetCameraData();
+    EXPECT_EQ(EditText(CAMERA_STEP_ANGLE_EDIT), "5");
+    EXPECT_EQ(EditText(CAMERA_ROTATE_SPEED_EDIT), "3");
+
+    EditTextTyped(CAMERA_STEP_ANGLE_EDIT, " 12.5 ");
+    EXPECT_DOUBLE_EQ(GetCameraStepAngle(), 12.5);
+    EXPECT_DOUBLE_EQ(cameraState().cameraStepAngle, 12.5);
+    // A bad number keeps the step it had.
+    EditTextTyped(CAMERA_STEP_ANGLE_EDIT, "ten");
+    EXPECT_DOUBLE_EQ(GetCameraStepAngle(), 12.5);
+    EditTextTyped(CAMERA_STEP_FOV_EDIT, "2");
+    EXPECT_DOUBLE_EQ(GetCameraStepFOV(), 2);
+    EditTextTyped(CAMERA_ROTATE_SPEED_EDIT, "7");
+    EXPECT_EQ(GetCameraRotateSpeed(), 7);
+}
