@@ -19,6 +19,8 @@
 #include "geo/Frames.h"
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
+#include "solar/design/PanelDaeImport.h"
+#include "solar/design/PanelImport.h"
 
 namespace {
 
@@ -98,6 +100,10 @@ void AddmodelsClick(const QStringList& files) {
         const double position[3] = {0, 0, 0};
         if (!At3d_Mesh_Static_Read_And_Add(type, path.c_str(), 1, xRotationFlag, position, nextPrefix().c_str()))
             continue;
+        if (type == AT3D_READ_DAE) {
+            GetPanelsFromDae(QString::fromStdString(path));
+            AddPanelsT();
+        }
         GetTotalVertices(NL, NF);
         if (!model.TSImportedFiles.contains(file)) model.TSImportedFiles << file;
     }

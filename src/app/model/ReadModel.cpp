@@ -23,6 +23,7 @@
 #include "app/services/OrvoDialogs.h"
 #include "app/services/OrvoIni.h"
 #include "app/services/RunLog.h"
+#include "app/services/SunGlobalLog.h"
 #include "app/session/CameraState.h"
 #include "app/session/DriveType.h"
 #include "app/session/MainFormState.h"
@@ -31,13 +32,17 @@
 #include "app/session/StartupState.h"
 #include "app/session/ViewerSettings.h"
 #include "geo/Frames.h"
+#include "geo/CoordinateSystem.h"
 #include "geo/GeoConversions.h"
 #include "geo/GeoState.h"
 #include "geo/PrjMenu.h"
 #include "scene/EngineSession.h"
 #include "scene/FileNameCase.h"
 #include "scene/engine_interface.h"
-#include "app/services/SunGlobalLog.h"
+#include "solar/design/PanelDaeEpsg.h"
+#include "solar/design/PanelDaeImport.h"
+#include "solar/design/PanelImport.h"
+#include "solar/design/PanelStore.h"
 
 namespace {
 
@@ -79,12 +84,21 @@ void deriveModelNames(const std::string& path) {
 
 // The model's coordinate system before the read: its ".prj", or one the
 // operator copies beside it from a similar model.
-void findCoordinateSystem(const std::string& path) {
+void findCoordinateSystem(const std::string& path, bool isDae) {
     ModelSession& model = modelSession();
     model.PRJ = FindPrjFile(path);
     if (model.PRJ.empty()) {
         geoState().GlobalCS.reset();
         geoState().EPSG = -1;
+        // A panel or model COLLADA file may carry its EPSG code instead.
+        if (isDae) {
+            const int epsg = GetEPSGFromDAE(QString::fromStdString(path));
+            if (epsg >= 0) {
+                geoState().EPSG = epsg;
+                geoState().GlobalCS = GlobalCSFactory::ByEPSG(epsg);
+                return;
+            }
+        }
         if (AddPRJ1Click(path)) model.PRJ = FindPrjFile(path);
     }
     if (!model.PRJ.empty()) LoadGlobalCS(model.PRJ);
@@ -270,7 +284,7 @@ void Read_3D_File() {
 
     model.JPG = SideFile(FolderOf(path), BaseNameOf(path) + ".jpg");
     model.MTL = SideFile(FolderOf(path), BaseNameOf(path) + ".mtl");
-    findCoordinateSystem(path);
+    findCoordinateSystem(path, QFileInfo(files.first()).suffix().compare("dae", Qt::CaseInsensitive) == 0);
     const std::string offset = FindOffsetFile(path);
     if (!offset.empty()) ReadOffsetFile(offset, frame.Offset);
     At3d_SetProducedByName("Orvo Systems .");
@@ -298,6 +312,10 @@ void Read_3D_File() {
     int NL = 0, NF = 0;
     GetTotalVertices(NL, NF);
     engineSession().fileLoaded = At3d_Read(type, path.c_str(), 1);
+    if (engineSession().fileLoaded && model.kind.IsDAE) {
+        GetPanelsFromDae(QString::fromStdString(path));
+        AddPanelsT();
+    }
     const int NV = GetTotalVertices(NL, NF);
     setStripText(QString::asprintf(" %d vertices and %d faces in %d layers in model %s", NV, NF, NL, path.c_str()));
     SetUpModelFrame(path, model.kind.IsOBJ, model.PRJ);
@@ -324,6 +342,8 @@ void Read_3D_File() {
 
 void ReadModelBtnClick() {
     ModelSession& model = modelSession();
+    panelStore().NumPanelsCreated = 0;
+    panelStore().NumPanelsCreatedT = 0;
     model.TSImportedFiles.clear();
     At3d_Clear();
     engineSession().fileLoaded = 0;

@@ -1,5 +1,6 @@
 // The open sequence of the viewer: side files, folders, frames, the comment,
 // the home view and the first frame's texts.
+#include <QDir>
 #include <QFileInfo>
 #include <cmath>
 
@@ -9,6 +10,7 @@
 #include "app/model/ReadModel.h"
 #include "app/model/TextureLimit.h"
 #include "scene/engine_interface.h"
+#include "solar/design/PanelDaeEpsg.h"
 #include "app/services/SunGlobalLog.h"
 
 using testsupport::readTextFile;
@@ -115,6 +117,27 @@ TEST_F(ReadModel, WithoutAPrjTheOperatorIsAskedForOne) {
     EXPECT_EQ(dialogs.questions()[0].title, "Open a similar (in same coordinate system) PRJ file (input)");
     // Cancelled: the open goes on without a system.
     EXPECT_EQ(engineSession().fileLoaded, 1);
+    EXPECT_EQ(geoState().GlobalCS, nullptr);
+}
+
+TEST_F(ReadModel, AColladaModelWithItsEpsgNeedsNoPrj) {
+    // A COLLADA model written by the engine, then given an EPSG block.
+    writeTextFile(dir.path("make/m.obj"), SQUARE);
+    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(dir.path("site"))));
+    ASSERT_EQ(At3d_Read(AT3D_READ_OBJ, dir.path("make/m.obj").c_str(), 1), 1);
+    ASSERT_EQ(At3d_Write(AT3D_WRITE_DAE, dir.path("site/tagged.dae").c_str(), 1), 1);
+    ASSERT_EQ(At3d_Write(AT3D_WRITE_DAE, dir.path("site/plain.dae").c_str(), 1), 1);
+    ASSERT_TRUE(EmbedEPSGInDAE(QString::fromStdString(dir.path("site/tagged.dae")), 2039));
+
+    open(dir.path("site/tagged.dae"));
+    EXPECT_EQ(engineSession().fileLoaded, 1);
+    EXPECT_TRUE(dialogs.questions().empty());
+    EXPECT_EQ(geoState().EPSG, 2039);
+    EXPECT_NE(geoState().GlobalCS, nullptr);
+
+    open(dir.path("site/plain.dae"));
+    ASSERT_FALSE(dialogs.questions().empty());
+    EXPECT_EQ(dialogs.questions()[0].title, "Open a similar (in same coordinate system) PRJ file (input)");
     EXPECT_EQ(geoState().GlobalCS, nullptr);
 }
 
