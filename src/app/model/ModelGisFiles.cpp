@@ -4,14 +4,13 @@
 #include <ogrsf_frmts.h>
 
 #include <QSaveFile>
-#include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 
 #include "app/services/GdalDrivers.h"
 #include "geo/GeoState.h"
+#include "scene/DxfText.h"
 
 namespace {
 
@@ -25,21 +24,6 @@ Dataset openVector(const std::string& path) {
     EnsureGdalDrivers();
     const char* options[] = {"ENCODING=", nullptr};
     return Dataset(GDALDataset::Open(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, nullptr, options, nullptr));
-}
-
-std::string dxfNumber(double v) {
-    if (!std::isfinite(v)) v = 0;
-    char text[32];
-    const auto result = std::to_chars(text, text + sizeof text, v);
-    return std::string(text, result.ptr);
-}
-
-void dxfGroup(std::string& out, int code, const std::string& value) {
-    char head[8];
-    std::snprintf(head, sizeof head, "%3d\n", code);
-    out += head;
-    out += value;
-    out += '\n';
 }
 
 class DxfLines {
@@ -70,10 +54,10 @@ public:
         std::string out;
         for (auto [code, value] : {std::pair<int, std::string>{0, "SECTION"}, {2, "HEADER"}, {9, "$ACADVER"},
                                    {1, "AC1009"}, {0, "ENDSEC"}, {0, "SECTION"}, {2, "ENTITIES"}})
-            dxfGroup(out, code, value);
+            DxfGroup(out, code, value);
         out += entities_;
-        dxfGroup(out, 0, "ENDSEC");
-        dxfGroup(out, 0, "EOF");
+        DxfGroup(out, 0, "ENDSEC");
+        DxfGroup(out, 0, "EOF");
         return out;
     }
 
@@ -88,9 +72,9 @@ private:
                 y = xy.Y;
             }
         }
-        dxfGroup(entities_, firstCode, dxfNumber(x));
-        dxfGroup(entities_, firstCode + 10, dxfNumber(y));
-        dxfGroup(entities_, firstCode + 20, dxfNumber(p.Is3D() ? p.getZ() : 0));
+        DxfGroup(entities_, firstCode, DxfNumber(x));
+        DxfGroup(entities_, firstCode + 10, DxfNumber(y));
+        DxfGroup(entities_, firstCode + 20, DxfNumber(p.Is3D() ? p.getZ() : 0));
     }
 
     void addLine(const OGRLineString* line) {
@@ -98,8 +82,8 @@ private:
         for (int i = 0; i + 1 < line->getNumPoints(); ++i) {
             line->getPoint(i, &a);
             line->getPoint(i + 1, &b);
-            dxfGroup(entities_, 0, "LINE");
-            dxfGroup(entities_, 8, layer_);
+            DxfGroup(entities_, 0, "LINE");
+            DxfGroup(entities_, 8, layer_);
             point(10, a);
             point(11, b);
         }

@@ -1,34 +1,18 @@
 #include "DxfWriter.h"
 
-#include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <initializer_list>
 #include <utility>
 
+#include "../DxfText.h"
 #include "LayerNamePool.h"
 
 namespace engine {
 namespace {
 
-std::string dxfNumber(double v) {
-    if (!std::isfinite(v)) v = 0;
-    char text[32];
-    const auto result = std::to_chars(text, text + sizeof text, v);
-    return std::string(text, result.ptr);
-}
-
-void dxfGroup(std::string& out, int code, const std::string& value) {
-    char head[8];
-    std::snprintf(head, sizeof head, "%3d\n", code);
-    out += head;
-    out += value;
-    out += '\n';
-}
-
 void dxfGroups(std::string& out, std::initializer_list<std::pair<int, std::string>> groups) {
-    for (const auto& [code, value] : groups) dxfGroup(out, code, value);
+    for (const auto& [code, value] : groups) DxfGroup(out, code, value);
 }
 
 std::string dxfLayerName(const std::string& name) {
@@ -41,9 +25,9 @@ std::string dxfLayerName(const std::string& name) {
 }
 
 void dxfPoint(std::string& out, int firstCode, const double* p) {
-    dxfGroup(out, firstCode, dxfNumber(p[0]));
-    dxfGroup(out, firstCode + 10, dxfNumber(p[1]));
-    dxfGroup(out, firstCode + 20, dxfNumber(p[2]));
+    DxfGroup(out, firstCode, DxfNumber(p[0]));
+    DxfGroup(out, firstCode + 10, DxfNumber(p[1]));
+    DxfGroup(out, firstCode + 20, DxfNumber(p[2]));
 }
 
 }  // namespace
@@ -53,7 +37,7 @@ std::string buildDxf(const std::vector<const Layer*>& chosen, const std::string&
     if (!producedBy.empty()) {
         std::string comment;
         for (char c : producedBy) comment += (c == '\n' || c == '\r') ? ' ' : c;
-        dxfGroup(out, 999, comment);
+        DxfGroup(out, 999, comment);
     }
     dxfGroups(out, {{0, "SECTION"}, {2, "HEADER"}, {9, "$ACADVER"}, {1, "AC1009"}, {0, "ENDSEC"}});
 
@@ -72,16 +56,16 @@ std::string buildDxf(const std::vector<const Layer*>& chosen, const std::string&
         for (std::size_t f = 0; f < layer.faceCount(); ++f) {
             const double* p[3];
             for (int k = 0; k < 3; ++k) p[k] = &layer.positions[3ull * layer.triangles[3 * f + k]];
-            dxfGroup(out, 0, "3DFACE");
-            dxfGroup(out, 8, names[l]);
+            DxfGroup(out, 0, "3DFACE");
+            DxfGroup(out, 8, names[l]);
             dxfPoint(out, 10, p[0]);
             dxfPoint(out, 11, p[1]);
             dxfPoint(out, 12, p[2]);
             dxfPoint(out, 13, p[2]);  // a triangle repeats its third corner
         }
         for (std::size_t s = 0; s + 1 < layer.lineSegments.size(); s += 2) {
-            dxfGroup(out, 0, "LINE");
-            dxfGroup(out, 8, names[l]);
+            DxfGroup(out, 0, "LINE");
+            DxfGroup(out, 8, names[l]);
             dxfPoint(out, 10, &layer.lineVertices[3ull * layer.lineSegments[s]]);
             dxfPoint(out, 11, &layer.lineVertices[3ull * layer.lineSegments[s + 1]]);
         }
