@@ -14,6 +14,7 @@ PACKAGES=(
   libexiv2-dev libsimpleini-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth fonts-dejavu-core
+  chromium
 )
 
 missing=()

@@ -7,6 +7,7 @@
 #include "ViewerSettings.h"
 #include "app/services/OrvoIni.h"
 #include "geo/GeoState.h"
+#include "solar/analysis/ReportRunState.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ void ReadSessionSettings() {
     CofigireforSolarPlanning1Click();
     settings.REDUCEJPGSIZE = readInt("Viewer3D", "Texture", 16384);
     checkTextureItem(settings.REDUCEJPGSIZE);
-    settings.ENERGYLOSSPERCENT = readInt("Viewer3D", "EnergyLoss", 10);
+    reportRun().ENERGYLOSSPERCENT = readInt("Viewer3D", "EnergyLoss", 10);
 }
 
 void SetTextureLimit(int size) {

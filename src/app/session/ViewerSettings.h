@@ -9,9 +9,6 @@ struct ViewerSettings {
     bool ConfiguredForSolar = false;
     // Cap on a texture's edge; the settings file may lower it.
     int REDUCEJPGSIZE = 16384;
-    int ENERGYLOSSPERCENT = 15;
-    int OptimizerType = 1;
-    double REALFACTOR = 0.9;
     int MEASUREOROBSERVER = 1;
     int LastSelectedLine = -1;
     int SelectedIDX = -1;

@@ -10,6 +10,7 @@
 #include "app/session/SolarConfiguration.h"
 #include "app/session/ViewerSettings.h"
 #include "geo/GeoState.h"
+#include "solar/analysis/ReportRunState.h"
 #include "support/TestSupport.h"
 
 using testsupport::ScratchDir;
@@ -23,6 +24,7 @@ protected:
     void SetUp() override {
         resetOrvoIni();
         resetViewerSettings();
+        resetReportRun();
         resetMainFormState();
         resetGeoState();
     }
@@ -66,11 +68,11 @@ TEST_F(SessionSettings, ATextureWithoutItsItemKeepsTheValueAndChecksTheDefault) 
 }
 
 TEST_F(SessionSettings, EnergyLossDefaultsToTenNotTheInitialFifteen) {
-    EXPECT_EQ(viewerSettings().ENERGYLOSSPERCENT, 15);
+    EXPECT_EQ(reportRun().ENERGYLOSSPERCENT, 15);
     load("");
-    EXPECT_EQ(viewerSettings().ENERGYLOSSPERCENT, 10);
+    EXPECT_EQ(reportRun().ENERGYLOSSPERCENT, 10);
     load("[Viewer3D]\nEnergyLoss=7\n");
-    EXPECT_EQ(viewerSettings().ENERGYLOSSPERCENT, 7);
+    EXPECT_EQ(reportRun().ENERGYLOSSPERCENT, 7);
 }
 
 TEST_F(SessionSettings, NonMetricUnitsSetImperialAndTheMenuWritesBack) {
