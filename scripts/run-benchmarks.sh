@@ -19,3 +19,6 @@ export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$(mktemp -d)}
 ZV_BENCH_RENDER_OBJ="$WORK/cityt.obj" xvfb-run -a -s "-screen 0 1280x1024x24" "$BUILD/bench/render_bench"
 echo "== climate: folding six years, indexing, a panel's year of look-ups"
 "$BUILD/bench/climate_bench"
+echo "== the report run: 500 panels on a 2.1M-triangle city, a synthetic climate year, 5 points a panel, every file;"
+echo "   fresh for each inverter type, then over its own cache, then each stage of the chain alone"
+"$BUILD/bench/report_bench"

@@ -69,9 +69,7 @@ void moveIntoLocalFrame(const char* name) {
     }
 }
 
-}  // namespace
-
-void AddmodelsClick(const QStringList& files) {
+void addModels(const QStringList& files, std::chrono::milliseconds settle) {
     ModelSession& model = modelSession();
     const std::string viewFile = sessionPaths().ORVO_T + "Solar.vpt";
     const std::string saved = SaveViewport(viewFile);
@@ -94,7 +92,7 @@ void AddmodelsClick(const QStringList& files) {
         }
         const int xRotationFlag = type == AT3D_READ_OBJ ? 1 : 0;
         // A file still being written (as in the inbox) is passed over.
-        std::this_thread::sleep_for(std::chrono::milliseconds(333));
+        if (settle.count() > 0) std::this_thread::sleep_for(settle);
         const QFileInfo info(QString::fromStdString(path));
         if (!info.exists() || info.size() < 200) continue;
         const double position[3] = {0, 0, 0};
@@ -121,6 +119,12 @@ void AddmodelsClick(const QStringList& files) {
         At3d_RenderOpenGLScene();
     }
 }
+
+}  // namespace
+
+void AddmodelsClick(const QStringList& files) { addModels(files, std::chrono::milliseconds(333)); }
+
+void AddCompleteModels(const QStringList& files) { addModels(files, std::chrono::milliseconds(0)); }
 
 void AddmodelsMenuClick() {
     const QStringList files = AskForModels();

@@ -163,17 +163,7 @@ void setTextureLimit() {
 void openSolarLog() {
     ModelSession& model = modelSession();
     model.ModuleType = ORVOINI().readString("Solvane3D", "ModuleType", "");
-    if (model.ModuleType.empty()) return;
-    model.Solarpath = SideFile(FolderOf(model.INPUTFILENAME), "Reports") + "/";
-    QDir().mkpath(QString::fromStdString(model.Solarpath));
-    SunGlobalLog& log = sunGlobalLog();
-    log.SunGlobalLogfileName = model.Solarpath + std::to_string(startupState().PROCESSPID) + "_" +
-                               BaseNameOf(model.INPUTFILENAME) + "_ComprehensiveLog.LOG";
-    if (log.SunGlobalLogfile) return;
-    log.SunGlobalLogfile = std::fopen(log.SunGlobalLogfileName.c_str(), "w");
-    if (!log.SunGlobalLogfile) return;
-    std::setvbuf(log.SunGlobalLogfile, nullptr, _IONBF, 0);
-    PrintSunLog(" ++++++ Initialized log file ++++++++++++\n");
+    if (!model.ModuleType.empty()) OpenSolarRunLog(model.INPUTFILENAME, startupState().PROCESSPID);
 }
 
 void logModelFacts() {
@@ -223,6 +213,21 @@ void findConvexHull() {
 }
 
 }  // namespace
+
+bool OpenSolarRunLog(const std::string& modelPath, int processId) {
+    ModelSession& model = modelSession();
+    model.Solarpath = SideFile(FolderOf(modelPath), "Reports") + "/";
+    QDir().mkpath(QString::fromStdString(model.Solarpath));
+    SunGlobalLog& log = sunGlobalLog();
+    log.SunGlobalLogfileName =
+        model.Solarpath + std::to_string(processId) + "_" + BaseNameOf(modelPath) + "_ComprehensiveLog.LOG";
+    if (log.SunGlobalLogfile) return true;
+    log.SunGlobalLogfile = std::fopen(log.SunGlobalLogfileName.c_str(), "w");
+    if (!log.SunGlobalLogfile) return false;
+    std::setvbuf(log.SunGlobalLogfile, nullptr, _IONBF, 0);
+    PrintSunLog(" ++++++ Initialized log file ++++++++++++\n");
+    return true;
+}
 
 QStringList AskForModels() {
     FileDialogRequest request;

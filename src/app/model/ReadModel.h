@@ -33,6 +33,11 @@ void ReadModelBtnClick();
 // and does nothing while the engine is not open.
 void Read_3D_File();
 
+// Solarpath (the model's "Reports/" folder, made now), the run log's name
+// PID_model_ComprehensiveLog.LOG and the log opened on it, unbuffered, unless
+// one is open already. False when the log cannot be written.
+bool OpenSolarRunLog(const std::string& modelPath, int processId);
+
 // The engine's read type and the kind flags of a file: OBJ for anything
 // that is not DXF, ATM, 3DS, COB, STL or DAE.
 int ReadTypeOfModel(const std::string& path, ModelKind& kind);

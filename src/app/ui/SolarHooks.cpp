@@ -1,7 +1,10 @@
 #include "SolarHooks.h"
 
+#include <QCoreApplication>
+
 #include "app/model/AddModels.h"
 #include "solar/analysis/EnergyModel.h"
+#include "solar/analysis/ReportRunState.h"
 #include "solar/analysis/SunPosition.h"
 #include "solar/design/PlacementDae.h"
 #include "solar/design/RowSpacing.h"
@@ -14,4 +17,5 @@ void InstallSolarHooks(QWidget* parent) {
         return form.exec() == QDialog::Accepted;
     };
     placementHooks().addModels = [](const QStringList& files) { AddmodelsClick(files); };
+    reportHooks().processMessages = [] { QCoreApplication::processEvents(); };
 }

@@ -17,6 +17,7 @@
 #include <QVBoxLayout>
 #include <cstdio>
 #include <cstdlib>
+#include <tuple>
 
 #include "FormInput.h"
 #include "ManageLayersForm.h"
@@ -25,10 +26,12 @@
 #include "app/dispatch/DispatchState.h"
 #include "app/dispatch/ToolModes.h"
 #include "app/model/CameraTools.h"
+#include "app/model/DefineCustomer.h"
 #include "app/model/RenderModeMenu.h"
 #include "app/model/AddModels.h"
 #include "app/model/ModelSession.h"
 #include "app/model/ReadModel.h"
+#include "app/model/ReportSiteOfSession.h"
 #include "app/model/SceneLayers.h"
 #include "app/model/Viewport.h"
 #include "app/services/OrvoDialogs.h"
@@ -40,6 +43,7 @@
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
 #include "scene/render/ViewCapture.h"
+#include "solar/analysis/ReportRun.h"
 
 namespace {
 
@@ -194,6 +198,18 @@ void TFormAt3::createMenus() {
     addItem(digitize, "Facade1", "Facade", Facade1Click);
     digitize->addSeparator();
     addItem(digitize, "Abortpopup", "Abort", AbortpopupClick);
+
+    QMenu* solar = menuBar()->addMenu("Solar panels");
+    QMenu* report = solar->addMenu("Detailed  report");
+    // Center alone or with the four corners; a modern optimizer (1) or a string inverter (0).
+    for (const auto& [name, caption, onlyCenter, optimizer] :
+         {std::tuple{"N5pointsOptimizer1", "5 points +Optimizer", false, 1},
+          std::tuple{"CenterOptimizer1", "Center + Optimizer", true, 1},
+          std::tuple{"N5points1", "5 points + String Inverter", false, 0},
+          std::tuple{"CenterStringInverter1", "Center + String Inverter", true, 0}})
+        addItem(report, name, caption,
+                [onlyCenter, optimizer] { DoReport(CurrentReportSite(), onlyCenter, optimizer); });
+    addItem(solar, "DefineCustomer1", "Define Customer", DefineCustomer1Click);
 }
 
 void TFormAt3::createToolButtons() {

@@ -22,5 +22,5 @@ public:
     HourClimate lookup(int month, int day, int hour) const;
 
 private:
-    QHash<QString, HourClimate> firstLineOfKey_;
+    QHash<int, HourClimate> firstLineOfKey_;  // month·10000 + day·100 + hour
 };

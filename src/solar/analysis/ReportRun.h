@@ -19,3 +19,6 @@ std::string GenerateMultipleComprehensiveReportCSV(const ReportSite& site);
 // The run's file names, all from the run log's name.
 std::string MasterCsvName();  // the log's name with ".csv"
 std::string ScenePictureName(const std::string& csvName);  // ".JPG"
+
+// "Timestamp: yyyy-mm-dd hh:nn:ss" into the run log.
+void LogTimestamp();

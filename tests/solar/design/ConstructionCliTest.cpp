@@ -37,6 +37,7 @@ TEST(ConstructionCli, FlatRoofPanelsGiveTableFrameAndDrawing) {
     ScratchDir dir;
     const std::filesystem::path site = std::filesystem::path(dir.root()) / "site";
     std::filesystem::copy(std::string(ZV_SOURCE_DIR) + "/samples/site", site, std::filesystem::copy_options::recursive);
+    std::filesystem::remove_all(site / "PANELS");  // the site's own placed panels
     const std::string model = (site / "DemoSite.obj").string();
     EXPECT_EQ(runCli("construction " + model, dir).exitCode, 1);  // no panels yet
 

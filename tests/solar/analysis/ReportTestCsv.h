@@ -1,0 +1,62 @@
+// Master CSV rows written by hand for the report page tests, in the run's
+// own format, and the state every report test starts from.
+#pragma once
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+#include "app/services/DialogService.h"
+#include "app/services/OrvoIni.h"
+#include "app/services/SunGlobalLog.h"
+#include "geo/Frames.h"
+#include "solar/analysis/ReportRunState.h"
+
+namespace reporttest {
+
+inline const char* const MASTER_HEADER =
+    "PanelID,X,Y,Z,Tilt_Deg,Azimuth_Deg,PowerRating_W,ModuleType,Efficiency_Percent,Jan_kWh,Feb_kWh,Mar_kWh,"
+    "Apr_kWh,May_kWh,Jun_kWh,Jul_kWh,Aug_kWh,Sep_kWh,Oct_kWh,Nov_kWh,Dec_kWh,Annual_kWh,ShadingPercent,"
+    "ShadingLoss_kWh,ShadedHours,Direct_Sun_Hours,RoofType\n";
+
+struct PanelRow {
+    std::string id;
+    double tilt = 25;
+    double azimuth = 180;
+    double power = 0.625;
+    std::string module = "LONGI-HiMO6-LR5";
+    std::array<double, 12> months{};
+    double annual = 0;
+    double shadingPercent = 0;
+    int shadedHours = 0;
+    int sunHours = 0;
+    bool whiteRoof = false;
+};
+
+// month m (0-based) = scale * (m + 1)
+inline std::array<double, 12> rampMonths(double scale) {
+    std::array<double, 12> months{};
+    for (int m = 0; m < 12; ++m) months[m] = scale * (m + 1);
+    return months;
+}
+
+inline std::string csvRow(const PanelRow& p) {
+    char text[1024];
+    int n = std::snprintf(text, sizeof text, "%s,%.2f,%.2f,%.2f,%.1lf,%.1lf,%.3f,%s,%.1f,", p.id.c_str(), 200000.0,
+                          600000.0, 50.0, p.tilt, p.azimuth, p.power, p.module.c_str(), 21.5);
+    for (double month : p.months) n += std::snprintf(text + n, sizeof text - n, "%.1f,", month);
+    std::snprintf(text + n, sizeof text - n, "%.1f,%.1f,%.1f,%d,%d,%s\n", p.annual, p.shadingPercent, 0.0,
+                  p.shadedHours, p.sunHours, p.whiteRoof ? "White Roof" : "Tiled Roof");
+    return text;
+}
+
+// Settings, site and log as a fresh program has them; no geocoder set.
+inline void resetReportTestState() {
+    resetOrvoIni();
+    resetReportRun();
+    resetFrameState();
+    resetSunGlobalLog();
+    installDialogService(nullptr);
+}
+
+}  // namespace reporttest
