@@ -16,6 +16,7 @@
 
 #include "app/services/SessionPaths.h"
 #include "app/services/SunGlobalLog.h"
+#include "CityScene.h"
 #include "gen/CityGenerator.h"
 #include "geo/Frames.h"
 #include "geo/GeoConversions.h"
@@ -88,16 +89,7 @@ public:
         options.targetTriangles = 2'100'000;
         options.withTexCoords = false;
         benchgen::CityMesh mesh = benchgen::makeCityMesh(options);
-        engine::resetEngineState();
-        At3d_Start();
-        engine::Layer layer;
-        layer.name = "city";
-        layer.positions = std::move(mesh.positions);
-        layer.triangles = std::move(mesh.triangles);
-        engine::engineState().layers.push_back(std::move(layer));
-        double centre[3];
-        At3d_GetObjectCenter(centre);
-        At3d_SetObject_XYZCenter();
+        const std::array<double, 3> centre = LoadCityScene(mesh);
         triangles_ = At3d_FaceCount("city");
         FrameState& frames = frameState();
         for (int k = 0; k < 3; ++k) {

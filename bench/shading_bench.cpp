@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "SunDirections.h"
+#include "CityScene.h"
 #include "gen/CityGenerator.h"
 #include "scene/engine/EngineState.h"
 #include "scene/engine_interface.h"
@@ -29,16 +30,7 @@ const ShadingScene& shadingScene() {
         benchgen::CityOptions options;
         options.targetTriangles = 2'100'000;
         benchgen::CityMesh mesh = benchgen::makeCityMesh(options);
-        engine::resetEngineState();
-        At3d_Start();
-        engine::Layer layer;
-        layer.name = "city";
-        layer.positions = std::move(mesh.positions);
-        layer.triangles = std::move(mesh.triangles);
-        engine::engineState().layers.push_back(std::move(layer));
-        double center[3];
-        At3d_GetObjectCenter(center);
-        At3d_SetObject_XYZCenter();
+        const std::array<double, 3> center = LoadCityScene(mesh);
         ShadingScene s;
         s.triangles = At3d_FaceCount("city");
         for (std::size_t i = 0; i < POINTS && i < mesh.roofPoints.size(); ++i)

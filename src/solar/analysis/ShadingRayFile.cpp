@@ -2,7 +2,9 @@
 
 #include <QFileInfo>
 #include <QString>
+#include <charconv>
 #include <cmath>
+#include <string>
 
 #include "app/services/OrvoFopen.h"
 #include "app/services/SunGlobalLog.h"
@@ -56,8 +58,16 @@ void LogShadowRay(const Vec3& origin, const Vec3& hit, double, double azimuth) {
     for (double v : values)
         if (std::isnan(v)) return;
     const double ox = OC(0), oy = OC(1), oz = OC(2);
-    std::fprintf(file.fdae, file.rayCount == 0 ? "%.2f %.2f %.2f %.2f %.2f %.2f" : " %.2f %.2f %.2f %.2f %.2f %.2f",
-                 origin.x + ox, origin.y + oy, origin.z + oz, hit.x + ox, hit.y + oy, hit.z + oz);
+    const double world[6] = {origin.x + ox, origin.y + oy, origin.z + oz, hit.x + ox, hit.y + oy, hit.z + oz};
+    // "%.2f" six times, as printf writes it in the "C" locale; a shaded year
+    // is thousands of rays a panel, too many to parse a format for each.
+    char text[6 * 400];
+    char* p = text;
+    for (int k = 0; k < 6; ++k) {
+        if (k > 0 || file.rayCount > 0) *p++ = ' ';
+        p = std::to_chars(p, text + sizeof text, world[k], std::chars_format::fixed, 2).ptr;
+    }
+    std::fwrite(text, 1, static_cast<std::size_t>(p - text), file.fdae);
     ++file.rayCount;
 }
 
@@ -77,7 +87,15 @@ void EndDAE() {
                f);
     std::fprintf(f, "<lines count=\"%d\"><input semantic=\"VERTEX\" source=\"#ShadingRays-vertices\" offset=\"0\"/><p>\n",
                  file.rayCount);
-    for (int i = 0; i < file.rayCount; ++i) std::fprintf(f, " %d %d", 2 * i, 2 * i + 1);
+    std::string indices;
+    indices.reserve(static_cast<std::size_t>(file.rayCount) * 16);
+    char number[16];
+    for (int i = 0; i < file.rayCount; ++i)
+        for (const int index : {2 * i, 2 * i + 1}) {
+            indices += ' ';
+            indices.append(number, std::to_chars(number, number + sizeof number, index).ptr);
+        }
+    std::fwrite(indices.data(), 1, indices.size(), f);
     std::fputs("\n</p></lines>\n", f);
     std::fputs("</mesh></geometry>\n", f);
     std::fputs("</library_geometries>\n", f);

@@ -1,5 +1,6 @@
 #include "ShadingResultsCache.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <vector>
@@ -21,71 +22,38 @@ constexpr int kPanelXColumn = 11;
 constexpr int kDirectSunColumn = 14;
 constexpr double kMaxHeightChange = 0.3;  // metres
 
-double numberOr(const QString& text, double fallback) {
-    bool ok = false;
-    const double value = text.toDouble(&ok);
-    return ok ? value : fallback;
-}
-
-}  // namespace
-
-bool ReadCSVData(const std::string& path, QStringList& lines) {
-    std::vector<std::string> text;
-    if (!ReadTextLines(path, text)) return false;
-    lines.clear();
-    lines.reserve(static_cast<qsizetype>(text.size()));
-    for (const std::string& line : text) lines.append(QString::fromStdString(line));
-    return true;
-}
-
-QStringList ParseCSVLine(const QString& line) { return line.split(QLatin1Char(',')); }
-
-bool LoadAndValidateCache(const std::string& csvFile, double xx, double yy, double zz, CombinedPanelResults& r,
-                          double tolerance) {
-    QStringList lines;
-    if (!ReadCSVData(csvFile, lines) || lines.size() < 2) return false;
-    const QStringList fields = ParseCSVLine(lines[1]);
-    if (fields.size() < kMinFields) return false;
-    const double dx = numberOr(fields[kPanelXColumn], 0) - OC(0) - xx;
-    const double dy = numberOr(fields[kPanelXColumn + 1], 0) - OC(1) - yy;
-    const double dz = numberOr(fields[kPanelXColumn + 2], 0) - OC(2) - zz;
-    const double distance = std::sqrt(dx * dx + dy * dy + dz * dz);
-    if (distance > tolerance || std::fabs(dz) > kMaxHeightChange) {
-        PrintSunLog("Position changed by %.2fm (tolerance: %.2fm)\n", distance, tolerance);
-        return false;
-    }
-    LoadResultsFromCSV(lines, r);
-    return true;
-}
-
-void LoadResultsFromCSV(const QStringList& csvData, CombinedPanelResults& r) {
+// The rows read back as text views: a panel's year is thousands of rows, and
+// Qt's split and number conversion cost most of a cached report otherwise.
+void loadResults(const std::vector<std::string>& lines, CombinedPanelResults& r) {
     r.monthlyEnergyMonofacial.fill(0);
     r.monthlyEnergyBifacial.fill(0);
     r.MonthlyRaw.fill(0);
     r.MonthlyShadedHours.fill(0);
     r.annualEnergyMonofacial = 0;
     r.annualEnergyBifacial = 0;
-    PrintSunLog("LoadResultsFromCSV: Processing %d lines\n", static_cast<int>(csvData.size()));
+    PrintSunLog("LoadResultsFromCSV: Processing %d lines\n", static_cast<int>(lines.size()));
     double totalEnergy = 0;
     int shadedHours = 0;
     int directSunHours = 0;
-    for (qsizetype i = 1; i < csvData.size(); ++i) {
-        const QStringList fields = ParseCSVLine(csvData[i]);
+    std::vector<std::string_view> fields;
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        fields = SplitCommas(lines[i]);
         if (fields.size() < kMinFields) {
             PrintSunLog("  WARNING: Line %d has only %d fields (need 15+)\n", static_cast<int>(i),
                         static_cast<int>(fields.size()));
             continue;
         }
-        const double energy = numberOr(fields[kEnergyColumn], 0);
-        totalEnergy = numberOr(fields[kTotalEnergyColumn], 0);  // a running total: the last line's wins
-        const bool shaded = fields[kResultColumn] == QLatin1String("OBSTRUCTED");
-        bool ok = false;
-        const int direct = fields[kDirectSunColumn].toInt(&ok);
-        directSunHours = ok ? direct : 0;
-        const QByteArray date = fields[0].toUtf8();
+        const double energy = TolerantNumber(fields[kEnergyColumn], 0);
+        totalEnergy = TolerantNumber(fields[kTotalEnergyColumn], 0);  // a running total: the last line's wins
+        const bool shaded = fields[kResultColumn] == "OBSTRUCTED";
+        const std::string_view directText = TrimText(fields[kDirectSunColumn]);
+        int direct = 0;
+        const auto parsed = std::from_chars(directText.data(), directText.data() + directText.size(), direct);
+        directSunHours = parsed.ec == std::errc() && parsed.ptr == directText.data() + directText.size() ? direct : 0;
+        const std::string date(fields[0]);
         int year = 0, month = 0, day = 0;
-        if (std::sscanf(date.constData(), "%d-%d-%d", &year, &month, &day) != 3) {
-            PrintSunLog("  WARNING: Failed to parse date '%s' on line %d\n", date.constData(), static_cast<int>(i));
+        if (std::sscanf(date.c_str(), "%d-%d-%d", &year, &month, &day) != 3) {
+            PrintSunLog("  WARNING: Failed to parse date '%s' on line %d\n", date.c_str(), static_cast<int>(i));
             continue;
         }
         if (month < 1 || month > 12) continue;
@@ -114,6 +82,44 @@ void LoadResultsFromCSV(const QStringList& csvData, CombinedPanelResults& r) {
     for (int m = 0; m < 12; ++m)
         PrintSunLog("  %s: Mono=%.1f kWh, Bifacial=%.1f kWh\n", MONTH_NAMES[m], r.monthlyEnergyMonofacial[m],
                     r.monthlyEnergyBifacial[m]);
+}
+
+}  // namespace
+
+bool ReadCSVData(const std::string& path, QStringList& lines) {
+    std::vector<std::string> text;
+    if (!ReadTextLines(path, text)) return false;
+    lines.clear();
+    lines.reserve(static_cast<qsizetype>(text.size()));
+    for (const std::string& line : text) lines.append(QString::fromStdString(line));
+    return true;
+}
+
+QStringList ParseCSVLine(const QString& line) { return line.split(QLatin1Char(',')); }
+
+bool LoadAndValidateCache(const std::string& csvFile, double xx, double yy, double zz, CombinedPanelResults& r,
+                          double tolerance) {
+    std::vector<std::string> lines;
+    if (!ReadTextLines(csvFile, lines) || lines.size() < 2) return false;
+    const std::vector<std::string_view> fields = SplitCommas(lines[1]);
+    if (fields.size() < kMinFields) return false;
+    const double dx = TolerantNumber(fields[kPanelXColumn], 0) - OC(0) - xx;
+    const double dy = TolerantNumber(fields[kPanelXColumn + 1], 0) - OC(1) - yy;
+    const double dz = TolerantNumber(fields[kPanelXColumn + 2], 0) - OC(2) - zz;
+    const double distance = std::sqrt(dx * dx + dy * dy + dz * dz);
+    if (distance > tolerance || std::fabs(dz) > kMaxHeightChange) {
+        PrintSunLog("Position changed by %.2fm (tolerance: %.2fm)\n", distance, tolerance);
+        return false;
+    }
+    loadResults(lines, r);
+    return true;
+}
+
+void LoadResultsFromCSV(const QStringList& csvData, CombinedPanelResults& r) {
+    std::vector<std::string> lines;
+    lines.reserve(static_cast<std::size_t>(csvData.size()));
+    for (const QString& line : csvData) lines.push_back(line.toStdString());
+    loadResults(lines, r);
 }
 
 void SaveResultsToCache(const std::string& csvFile, double xx, double yy, double zz, const CombinedPanelResults&) {

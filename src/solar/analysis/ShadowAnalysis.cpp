@@ -1,6 +1,7 @@
 #include "ShadowAnalysis.h"
 
 #include <QFileInfo>
+#include <charconv>
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -53,6 +54,19 @@ std::string shadingFile(const PANEL& panel, const char* tail) {
 int fileLineCount(const std::string& path) {
     std::vector<std::string> lines;
     return ReadTextLines(path, lines) ? static_cast<int>(lines.size()) : 0;
+}
+
+// A CSV row holds a dozen numbers and a panel's year thousands of rows:
+// to_chars writes "%.*f" and "%d" exactly as printf does in the "C" locale,
+// without parsing a format for each value.
+void appendFixed(std::string& text, double value, int decimals) {
+    char buffer[400];
+    text.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals).ptr);
+}
+
+void appendInt(std::string& text, int value) {
+    char buffer[16];
+    text.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
 }
 
 Vec3 engineVec(const TGIS_Point3D& p) { return {p.X - OC(0), p.Y - OC(1), p.Z - OC(2)}; }
@@ -188,7 +202,6 @@ std::string AnalyzeShadowForPointEx(const PANEL&, CombinedPanelResults& r, const
     PanelEnergyTotals totals;
     int totalLines = 0, altitudeskept = 0, nightTimeHours = 0, Incidendskept = 0, IAMskept = 0, lowIamHours = 0;
     int backFacingHours = 0, shadedCount = 0, loggedLines = 0, hourRays = 0;
-    char line[512];
     for (int i = 0; i < rowCount; ++i) {
         ++totalLines;
         SunHours& row = table.sunData[static_cast<std::size_t>(i)];
@@ -265,14 +278,38 @@ std::string AnalyzeShadowForPointEx(const PANEL&, CombinedPanelResults& r, const
         row.Irradiance = energy.irradiance;
 
         ++hourRays;
-        std::snprintf(line, sizeof line,
-                      "%s,%s,%.2f,%.2f,%.2f,%.4f,%s,%s,%.2f,%.6f,%.6f,%.3f,%.3f,%.3f,%d,%d/%d,%.1f\n", row.date,
-                      row.time, row.altitude, row.azimuth, a.incident, a.iam, shaded ? "OBSTRUCTED" : "CLEAR",
-                      shaded ? "0.00" : "N/A", horizontal.beam + horizontal.diffuse + horizontal.reflected,
-                      energy.energy, totals.Total_Energy, panel.CenterPoint.X, panel.CenterPoint.Y,
-                      panel.CenterPoint.Z, directSunHours, shadedPointsThisHour, processedPoints,
-                      shadingLossPercent);
-        csv += line;
+        csv += row.date;
+        csv += ',';
+        csv += row.time;
+        csv += ',';
+        appendFixed(csv, row.altitude, 2);
+        csv += ',';
+        appendFixed(csv, row.azimuth, 2);
+        csv += ',';
+        appendFixed(csv, a.incident, 2);
+        csv += ',';
+        appendFixed(csv, a.iam, 4);
+        csv += shaded ? ",OBSTRUCTED,0.00," : ",CLEAR,N/A,";
+        appendFixed(csv, horizontal.beam + horizontal.diffuse + horizontal.reflected, 2);
+        csv += ',';
+        appendFixed(csv, energy.energy, 6);
+        csv += ',';
+        appendFixed(csv, totals.Total_Energy, 6);
+        csv += ',';
+        appendFixed(csv, panel.CenterPoint.X, 3);
+        csv += ',';
+        appendFixed(csv, panel.CenterPoint.Y, 3);
+        csv += ',';
+        appendFixed(csv, panel.CenterPoint.Z, 3);
+        csv += ',';
+        appendInt(csv, directSunHours);
+        csv += ',';
+        appendInt(csv, shadedPointsThisHour);
+        csv += '/';
+        appendInt(csv, processedPoints);
+        csv += ',';
+        appendFixed(csv, shadingLossPercent, 1);
+        csv += '\n';
         ++loggedLines;
     }
 
