@@ -18,18 +18,12 @@ using namespace reporttest;
 
 namespace {
 
-class ReportHtml : public ::testing::Test {
+class ReportHtml : public ReportPageTest {
 protected:
     void SetUp() override {
-        resetReportTestState();
-        installDialogService(&dialogs);
-        reportRun().REALFACTOR = 0.85f;
-        frameState().OCENTERLat = 32.5;
-        frameState().OCENTERLon = 34.9;
-        site.modelFileName = dir.path("Roof.obj");
+        ReportPageTest::SetUp();
         sunGlobalLog().SunGlobalLogfile = std::fopen(dir.path("sun.log").c_str(), "w");
     }
-    void TearDown() override { resetReportTestState(); }
 
     // 900 (max first), 600 (min), 710: range 300, thirds at 700 and 800.
     std::string threePanels() {
@@ -48,10 +42,6 @@ protected:
         std::fflush(sunGlobalLog().SunGlobalLogfile);
         return readTextFile(dir.path("sun.log"));
     }
-
-    ScratchDir dir;
-    ScriptedDialogService dialogs;
-    ReportSite site;
 };
 
 bool inOrder(const std::string& page, std::initializer_list<const char*> parts) {

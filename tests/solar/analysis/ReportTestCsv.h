@@ -6,11 +6,15 @@
 #include <cstdio>
 #include <string>
 
+#include <gtest/gtest.h>
+
 #include "app/services/DialogService.h"
 #include "app/services/OrvoIni.h"
 #include "app/services/SunGlobalLog.h"
 #include "geo/Frames.h"
 #include "solar/analysis/ReportRunState.h"
+#include "solar/analysis/ReportSite.h"
+#include "support/TestSupport.h"
 
 namespace reporttest {
 
@@ -58,5 +62,24 @@ inline void resetReportTestState() {
     resetSunGlobalLog();
     installDialogService(nullptr);
 }
+
+// A clean session for a page: loss factor 0.85, a site at 32.5 N 34.9 E, the
+// model "Roof.obj" in a scratch folder, questions answered by a script.
+class ReportPageTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        resetReportTestState();
+        installDialogService(&dialogs);
+        reportRun().REALFACTOR = 0.85f;
+        frameState().OCENTERLat = 32.5;
+        frameState().OCENTERLon = 34.9;
+        site.modelFileName = dir.path("Roof.obj");
+    }
+    void TearDown() override { resetReportTestState(); }
+
+    testsupport::ScratchDir dir;
+    ScriptedDialogService dialogs;
+    ReportSite site;
+};
 
 }  // namespace reporttest

@@ -8,23 +8,13 @@
 #include "support/TestSupport.h"
 
 using testsupport::readTextFile;
-using testsupport::ScratchDir;
 using testsupport::writeTextFile;
 using namespace reporttest;
 
 namespace {
 
-class TechnicalDocumentation : public ::testing::Test {
+class TechnicalDocumentation : public ReportPageTest {
 protected:
-    void SetUp() override {
-        resetReportTestState();
-        installDialogService(&dialogs);
-        reportRun().REALFACTOR = 0.85f;
-        frameState().OCENTERLat = 32.5;
-        frameState().OCENTERLon = 34.9;
-        site.modelFileName = dir.path("Roof.obj");
-    }
-    void TearDown() override { resetReportTestState(); }
 
     // Two panels of 0.625 kW, 900 and 600 kWh: 1.25 kWp, 1500 kWh.
     std::string twoPanels() {
@@ -37,10 +27,6 @@ protected:
         EXPECT_EQ(page, dir.path("run_TechnicalDocumentation.html"));
         return readTextFile(dir.path("run_TechnicalDocumentation.html"));
     }
-
-    ScratchDir dir;
-    ScriptedDialogService dialogs;
-    ReportSite site;
 };
 
 }  // namespace
