@@ -1,9 +1,10 @@
-# The installation's data folder (CTQ_Path): the files of data/ are copied
-# into the build tree's data folder, beside the geoid raster.
-file(GLOB ZV_DATA_FILES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/data/*)
+# The installation's data folder (CTQ_Path): the files of data/, its
+# subfolders included, are copied into the build tree's data folder, beside
+# the geoid raster.
+file(GLOB_RECURSE ZV_DATA_FILES CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/data ${PROJECT_SOURCE_DIR}/data/*)
 set(ZV_DATA_OUTPUTS "")
-foreach(file ${ZV_DATA_FILES})
-  get_filename_component(name ${file} NAME)
+foreach(name ${ZV_DATA_FILES})
+  set(file ${PROJECT_SOURCE_DIR}/data/${name})
   set(output ${CMAKE_BINARY_DIR}/data/${name})
   add_custom_command(OUTPUT ${output}
     COMMAND ${CMAKE_COMMAND} -E copy_if_different ${file} ${output}

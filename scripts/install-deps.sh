@@ -13,7 +13,7 @@ PACKAGES=(
   libturbojpeg0-dev libjpeg62-turbo-dev
   libexiv2-dev libsimpleini-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  xvfb xauth fonts-dejavu-core
+  xvfb xauth fonts-dejavu-core fonts-liberation2
   chromium
 )
 

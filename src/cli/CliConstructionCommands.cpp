@@ -35,7 +35,7 @@ int CliConstruction(const std::vector<std::string>& args) {
     if (!OpenModelForCli(args[0], opened)) return CLI_FAILED;
     LogToStderr log;
     const QFileInfo model(QString::fromStdString(args[0]));
-    SetPanelFoldersForModel(model.absolutePath() + "/");
+    SetModelFolders(model.absoluteFilePath().toStdString());
     const QDir panels(panelStore().PANELSFOLDER);
     for (const QString& name : panels.entryList({QStringLiteral("*.dae")}, QDir::Files, QDir::Name))
         GetPanelsFromDae(panels.absoluteFilePath(name));

@@ -6,6 +6,7 @@
 
 #include "CliCommands.h"
 #include "CliSupport.h"
+#include "app/model/ModelSession.h"
 #include "app/services/DialogService.h"
 #include "app/services/RunLog.h"
 #include "solar/analysis/EnergyModel.h"
@@ -151,7 +152,7 @@ int CliPlace(const std::vector<std::string>& args) {
     } restore;
 
     const QFileInfo model(QString::fromStdString(o.model));
-    if (!SetPanelFoldersForModel(model.absolutePath() + "/")) {
+    if (!SetModelFolders(model.absoluteFilePath().toStdString())) {
         std::fprintf(stderr, "error: cannot make %s\n", panelStore().PANELSFOLDER.toUtf8().constData());
         return CLI_FAILED;
     }

@@ -12,6 +12,7 @@
 
 #include "CliCommands.h"
 #include "CliSupport.h"
+#include "app/model/ModelSession.h"
 #include "app/model/AddModels.h"
 #include "app/model/ReadModel.h"
 #include "app/model/Viewport.h"
@@ -201,7 +202,7 @@ int CliReport(const std::vector<std::string>& args) {
     } restore;
 
     const QFileInfo model(QString::fromStdString(o.model));
-    if (!SetPanelFoldersForModel(model.absolutePath() + "/")) {
+    if (!SetModelFolders(model.absoluteFilePath().toStdString())) {
         std::fprintf(stderr, "error: cannot make %s\n", panelStore().PANELSFOLDER.toUtf8().constData());
         return CLI_FAILED;
     }

@@ -32,3 +32,11 @@ double GetZFromXYLocal(double X, double Y) {
     if (At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, intersection, 0) > 0) return intersection[2];
     return -9999;
 }
+
+void ApplyScale() {
+    FrameState& f = frameState();
+    if (!(f.SCALE > 0) || !(f.scaleInForce > 0) || f.SCALE == f.scaleInForce) return;
+    const double factor = f.SCALE / f.scaleInForce;
+    const double factors[3] = {factor, factor, factor};
+    if (At3d_ScaleObject(factors)) f.scaleInForce = f.SCALE;
+}

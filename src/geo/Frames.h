@@ -16,6 +16,8 @@ struct FrameState {
     double AfterRotateCenter[3] = {0, 0, 0};
     double AfterRotateModelMinMax[6] = {0, 0, 0, 0, 0, 0};
     double SCALE = 1;
+    // The factor the engine's vertices carry now: ApplyScale brings it to SCALE.
+    double scaleInForce = 1;
     // The last shift found between the model and its true position.
     double ModelSHIFTX = 0;
     double ModelSHIFTY = 0;
@@ -33,3 +35,7 @@ double OC(int I);
 double GetZFromXY(double X, double Y);
 // The same in the local frame with the ray going up: the lowest surface.
 double GetZFromXYLocal(double X, double Y);
+
+// Scales the model about the local origin so that it stands SCALE times as
+// large as read; OC stays, so map points of the centre keep their place.
+void ApplyScale();

@@ -39,3 +39,10 @@ double distance(double x1, double y1, double z1, double x2, double y2, double z2
     const double dx = x2 - x1, dy = y2 - y1, dz = z2 - z1;
     return std::sqrt(dx * dx + dy * dy + dz * dz);
 }
+
+void DAzim(double x, double y, double dist, double azDeg, double& outX, double& outY) {
+    constexpr double kPi = 3.141592654;
+    const double az = azDeg * kPi / 180;
+    outX = x + dist * std::cos(kPi / 2 - az);
+    outY = y + dist * std::sin(kPi / 2 - az);
+}

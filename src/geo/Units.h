@@ -15,3 +15,7 @@ double azimD(double x1, double y1, double x2, double y2);
 double distance(double x1, double y1, double x2, double y2);
 // Slope distance.
 double distance(double x1, double y1, double z1, double x2, double y2, double z2);
+
+// The point dist metres from (x, y) along the azimuth azDeg (degrees from
+// north, clockwise), with pi taken as 3.141592654.
+void DAzim(double x, double y, double dist, double azDeg, double& outX, double& outY);

@@ -71,8 +71,7 @@ int Get_Billboard_Data(int index, BILLBOARD_DATA* data) {
     std::memset(data, 0, sizeof *data);
     int width = 0, height = 0, alpha = 0;
     if (!At3d_Measure_Billboard_Get_Image_Size(index, data->id, &width, &height, &alpha)) return 0;
-    // Rows of three-byte pixels are padded to whole 32-bit words.
-    const int rowBytes = alpha ? width * 4 : (width * 3 + 3) / 4 * 4;
+    const int rowBytes = int(BillboardRowBytes(width, alpha));
     data->imageWidth = width;
     data->imageHeight = height;
     data->alphaFlag = alpha;

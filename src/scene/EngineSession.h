@@ -32,3 +32,13 @@ int Get_Billboard_Data(int index, BILLBOARD_DATA* data);
 int Replace_Billboard_Data(int index, const BILLBOARD_DATA* data);
 // The render-mode switch: flag 79 cycles through 8, 3, 0.
 void Togglerendermode1Click();
+
+// LIBFLAG_HOLD_INPUT raised while a modal dialog opened from a click is up:
+// the engine leaves the mouse alone until it is gone.
+class HoldEngineInput {
+public:
+    HoldEngineInput() { At3d_WriteFlag(LIBFLAG_HOLD_INPUT, 1); }
+    ~HoldEngineInput() { At3d_WriteFlag(LIBFLAG_HOLD_INPUT, 0); }
+    HoldEngineInput(const HoldEngineInput&) = delete;
+    HoldEngineInput& operator=(const HoldEngineInput&) = delete;
+};

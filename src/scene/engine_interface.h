@@ -124,6 +124,12 @@ struct BILLBOARD_DATA {
     UInt8* imagePtr;
 };
 
+// Bytes in one row of a billboard picture: 4 a pixel with alpha, otherwise
+// 3 a pixel padded to whole 32-bit words.
+inline long long BillboardRowBytes(int width, int alphaFlag) {
+    return alphaFlag ? 4LL * width : (3LL * width + 3) / 4 * 4;
+}
+
 // ---- Bindings of the host (what a window message or a DLL log did before) ----
 
 // Receives the engine's notifications: message is the number given to

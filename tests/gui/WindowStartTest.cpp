@@ -1,81 +1,17 @@
 // The main window under Xvfb: started on the demo site as from the command
 // line, it draws the model in its first frame and shows the open's texts;
 // the exit question and the solar configuration act on the window.
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QSet>
-#include <clocale>
-#include <filesystem>
 
-#include "app/model/ModelSession.h"
+#include "WindowFixture.h"
 #include "app/model/ReadModel.h"
-#include "app/services/DialogService.h"
-#include "app/services/OrvoIni.h"
-#include "app/services/RunLog.h"
-#include "app/services/SessionPaths.h"
-#include "app/session/CommandLine.h"
-#include "app/session/MainFormState.h"
-#include "app/session/StartupState.h"
-#include "app/session/UserFolders.h"
-#include "app/ui/TFormAt3.h"
-#include "app/ui/ViewPanel.h"
-#include "scene/EngineSession.h"
-#include "scene/render/ViewPanelGL.h"
-#include "support/TestSupport.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
-class Window : public ::testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        static int argc = 1;
-        static char name[] = "zv_gui_WindowStartTest";
-        static char* argv[] = {name, nullptr};
-        static QApplication application(argc, argv);
-        setlocale(LC_NUMERIC, "C");
-    }
-
-    testsupport::ScratchDir dir;
-    ScriptedDialogService dialogs;
-    std::string model;
-
-    void SetUp() override {
-        resetSessionPaths();
-        resetStartupState();
-        resetOrvoIni();
-        resetMainFormState();
-        resetModelSession();
-        resetEngineSession();
-        installDialogService(&dialogs);
-        // The demo site is copied, so the folders an open makes land in scratch.
-        fs::copy(fs::path(ZV_SOURCE_DIR) / "samples/site", dir.path("site"));
-        model = dir.path("site/DemoSite.obj");
-        DeriveUserFolders(dir.root() + "home", program(), false);
-        const std::vector<std::string> argv{program(), model};
-        CaptureCommandLine(argv, RawCommandLine(argv));
-    }
-    void TearDown() override {
-        installDialogService(nullptr);
-        resetRunLog();
-    }
-    static std::string program() { return fs::read_symlink("/proc/self/exe").string(); }
-
-    // Runs the event loop until the surface has painted a frame.
-    static bool waitForFirstFrame(ViewPanelGL* surface) {
-        QElapsedTimer clock;
-        clock.start();
-        while (surface->framesPainted() == 0 && clock.elapsed() < 60000) QApplication::processEvents(QEventLoop::AllEvents, 50);
-        return surface->framesPainted() > 0;
-    }
-};
+class Window : public WindowFixture {};
 
 // How far two colours lie apart, channel by channel.
 int colourDistance(QRgb a, QRgb b) {

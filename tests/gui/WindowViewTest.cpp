@@ -1,42 +1,14 @@
 // The main window under Xvfb on the demo site: the wheel, the arrow keys and
 // mouse drags move the camera by the dispatcher's steps, a saved viewport
 // brings the view back, and the layer form shows and hides layers.
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QTableWidget>
-#include <QElapsedTimer>
-#include <QKeyEvent>
-#include <QMouseEvent>
-#include <QWheelEvent>
-#include <clocale>
 #include <cmath>
-#include <filesystem>
 
-#include "app/dispatch/DispatchState.h"
-#include "app/dispatch/ToolModes.h"
-#include "app/model/CameraTools.h"
-#include "app/model/ModelSession.h"
+#include "WindowFixture.h"
 #include "app/model/Viewport.h"
-#include "app/services/DialogService.h"
-#include "app/services/OrvoIni.h"
-#include "app/services/RunLog.h"
-#include "app/services/SessionPaths.h"
-#include "app/session/CameraState.h"
-#include "app/session/CommandLine.h"
-#include "app/session/MainFormState.h"
-#include "app/session/StartupState.h"
-#include "app/session/UserFolders.h"
 #include "app/ui/ManageLayersForm.h"
-#include "app/ui/TFormAt3.h"
-#include "app/ui/ViewPanel.h"
-#include "geo/Frames.h"
-#include "scene/EngineSession.h"
+#include "measure/BillboardMenu.h"
 #include "scene/engine_interface.h"
-#include "scene/render/ViewPanelGL.h"
-#include "support/TestSupport.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -53,71 +25,7 @@ Camera engineCamera() {
     return c;
 }
 
-class WindowView : public ::testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        static int argc = 1;
-        static char name[] = "zv_gui_WindowViewTest";
-        static char* argv[] = {name, nullptr};
-        static QApplication application(argc, argv);
-        setlocale(LC_NUMERIC, "C");
-    }
-
-    testsupport::ScratchDir dir;
-    ScriptedDialogService dialogs;
-
-    void SetUp() override {
-        resetSessionPaths();
-        resetStartupState();
-        resetOrvoIni();
-        resetMainFormState();
-        resetModelSession();
-        resetEngineSession();
-        resetCameraState();
-        resetCameraToolState();
-        resetDispatchState();
-        resetFrameState();
-        installDialogService(&dialogs);
-        fs::copy(fs::path(ZV_SOURCE_DIR) / "samples/site", dir.path("site"));
-        DeriveUserFolders(dir.root() + "home", program(), false);
-        const std::vector<std::string> argv{program(), dir.path("site/DemoSite.obj")};
-        CaptureCommandLine(argv, RawCommandLine(argv));
-    }
-    void TearDown() override {
-        installDialogService(nullptr);
-        resetRunLog();
-    }
-    static std::string program() { return fs::read_symlink("/proc/self/exe").string(); }
-
-    static bool waitForFirstFrame(ViewPanelGL* surface) {
-        QElapsedTimer clock;
-        clock.start();
-        while (surface->framesPainted() == 0 && clock.elapsed() < 60000)
-            QApplication::processEvents(QEventLoop::AllEvents, 50);
-        return surface->framesPainted() > 0;
-    }
-    static void wheel(QWidget* surface, int delta) {
-        const QPointF at(surface->width() / 2.0, surface->height() / 2.0);
-        QWheelEvent event(at, surface->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(surface, &event);
-    }
-    static void press(QWidget* form, int key) {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(form, &event);
-    }
-    static void mouse(QWidget* surface, QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::MouseButtons held) {
-        QMouseEvent event(type, QPointF(at), surface->mapToGlobal(QPointF(at)), button, held, Qt::NoModifier);
-        QApplication::sendEvent(surface, &event);
-    }
-    // A drag with the given buttons from the panel's middle, dx, dy pixels.
-    static void drag(QWidget* surface, Qt::MouseButton button, int dx, int dy) {
-        const QPoint from(surface->width() / 2, surface->height() / 2);
-        mouse(surface, QEvent::MouseButtonPress, from, button, button);
-        mouse(surface, QEvent::MouseMove, from + QPoint(dx, dy), Qt::NoButton, button);
-        mouse(surface, QEvent::MouseButtonRelease, from + QPoint(dx, dy), button, Qt::NoButton);
-    }
-};
+class WindowView : public WindowFixture {};
 
 }  // namespace
 

@@ -194,6 +194,27 @@ TEST_F(PickingTest, RubberbandMeasureSequenceAndNotifications) {
     EXPECT_EQ(At3d_Get_Mesh_Location(5, &hit, xyz, &sx, &sy, rgb), 0);
 }
 
+TEST_F(PickingTest, SwitchingPickingOnFromOffStartsANewLine) {
+    texturedGround();
+    topView(7.5, 2.5);
+    At3d_WriteFlag(LIBFLAG_MESH_LOCATION, MESH_LOCATION_MEASURE);
+    ASSERT_EQ(At3d_Mouse_Down(50, 50, 1), 1);
+    // The tool was put away after one click: its end must not start the next line.
+    At3d_WriteFlag(LIBFLAG_MESH_LOCATION, MESH_LOCATION_OFF);
+    At3d_WriteFlag(LIBFLAG_MESH_LOCATION, MESH_LOCATION_MEASURE);
+    int hit, sx, sy;
+    double xyz[3];
+    EXPECT_EQ(At3d_Get_Mesh_Location(1, &hit, xyz, &sx, &sy, nullptr), 0);
+    ASSERT_EQ(At3d_Mouse_Down(25, 25, 1), 1);
+    EXPECT_TRUE(notices().empty());
+    ASSERT_EQ(At3d_Get_Mesh_Location(1, &hit, xyz, &sx, &sy, nullptr), 1);
+    EXPECT_EQ(sx, 25);
+    // A pause and its continuation keep the line.
+    At3d_WriteFlag(LIBFLAG_MESH_LOCATION, MESH_LOCATION_PAUSE);
+    At3d_WriteFlag(LIBFLAG_MESH_LOCATION, MESH_LOCATION_MEASURE);
+    EXPECT_EQ(At3d_Get_Mesh_Location(1, &hit, xyz, &sx, &sy, nullptr), 1);
+}
+
 TEST_F(PickingTest, ContinueModeChainsSegments) {
     texturedGround();
     topView(7.5, 2.5);

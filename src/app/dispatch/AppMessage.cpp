@@ -5,8 +5,9 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "DispatchState.h"
+#include "DigitiseMenu.h"
 #include "KeyCodes.h"
+#include "app/session/DispatchState.h"
 #include "app/model/CameraTools.h"
 #include "app/model/ModelSession.h"
 #include "app/model/Viewport.h"
@@ -17,6 +18,12 @@
 #include "app/session/ViewerSettings.h"
 #include "geo/Frames.h"
 #include "geo/Units.h"
+#include "measure/BillboardMenu.h"
+#include "measure/BillboardPlacing.h"
+#include "measure/BillboardState.h"
+#include "measure/Billboards.h"
+#include "measure/MeasureDisplay.h"
+#include "measure/Measuring.h"
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
 
@@ -197,11 +204,24 @@ bool orbitKey(int key, double step) {
     }
 }
 
+// Esc puts every armed tool away, whatever it was doing.
+void escapeArmedTools(DispatchState& d) {
+    if (d.DigiArmed) AbortpopupClick();
+    ReleaseMeasureTools();
+    ReleaseBillboardTools();
+    d.MOVEBILLBOARD = 0;
+    if (ControlChecked("SelectMeasuringBtn")) {
+        SetControlChecked("SelectMeasuringBtn", false);
+        SelectMeasuringBtnClick();
+    }
+}
+
 bool onKeyDown(DispatchState& d, const AppMsg& msg) {
     if (dialogState().STOPKEYACTIVITY) return true;
     const int key = msg.wParam;
     if (key == KEY_ESCAPE) {
         d.keep_goingAVI = false;
+        escapeArmedTools(d);
         return true;
     }
     if (d.keep_goingAVI) return false;
@@ -228,25 +248,39 @@ bool onKeyDown(DispatchState& d, const AppMsg& msg) {
 AppPopup onEngineNotify(DispatchState& d, const AppMsg& msg) {
     if (!engineSession().dllOpen || msg.lParam != 1) return AppPopup::None;
     const int w = msg.wParam;
+    if (w == AT3D_NOTIFY_RUBBERBAND) {
+        Display_Rubberband_Data(AT3D_NOTIFY_RUBBERBAND);
+        return AppPopup::None;
+    }
     if (w >= AT3D_NOTIFY_SPHERE_BASE) {
+        const int index = w - AT3D_NOTIFY_SPHERE_BASE;
         char name[AT3D_NAME_SIZE] = {};
-        if (!At3d_Sphere_Marker_Get_Name(w - AT3D_NOTIFY_SPHERE_BASE, name)) return AppPopup::None;
-        d.GlobalSelectedIdx = w - AT3D_NOTIFY_SPHERE_BASE;
+        if (!At3d_Sphere_Marker_Get_Name(index, name)) return AppPopup::None;
+        d.GlobalSelectedIdx = index;
         d.GlobalMeasureOrBilboard = 3;
+        SSetTextAt3(3, QString("Sphere ") + name);
         return AppPopup::PopupMenu1;
     }
     if (w >= AT3D_NOTIFY_BILLBOARD_BASE) {
-        char id[AT3D_NAME_SIZE] = {};
-        if (!At3d_Measure_Billboard_Get_ID(w - AT3D_NOTIFY_BILLBOARD_BASE, id)) return AppPopup::None;
-        d.GlobalSelectedIdx = w - AT3D_NOTIFY_BILLBOARD_BASE;
+        const int index = w - AT3D_NOTIFY_BILLBOARD_BASE;
+        BILLBOARD_DATA data{};
+        const bool read = Get_Billboard_Data(index, &data);
+        delete[] data.imagePtr;
+        if (!read) return AppPopup::None;
+        d.GlobalSelectedIdx = index;
         d.GlobalMeasureOrBilboard = 2;
+        billboardState().Billboard_Selected_IDText = QString::fromUtf8(data.id);
+        SSetTextAt3(3, "Billboard " + StripID(billboardState().Billboard_Selected_IDText));
         return AppPopup::PopupMenu1;
     }
     if (w >= AT3D_NOTIFY_MEASURE_BASE) {
+        const int index = w - AT3D_NOTIFY_MEASURE_BASE;
         MEASURE_DATA item{};
-        if (!Get_MeasureList_Item(w - AT3D_NOTIFY_MEASURE_BASE, &item)) return AppPopup::None;
-        d.GlobalSelectedIdx = w - AT3D_NOTIFY_MEASURE_BASE;
+        if (!Get_MeasureList_Item(index, &item)) return AppPopup::None;
+        d.GlobalSelectedIdx = index;
         d.GlobalMeasureOrBilboard = 1;
+        Display_Measure_Data(index, item);
+        // TODO(#15): an item whose text names an existing photograph opens it instead of the menu.
         return AppPopup::PopupMenu1;
     }
     return AppPopup::None;

@@ -1,8 +1,10 @@
 // The digitise button's menu and the modes its items arm. What the clicks
-// then build belongs to digitising itself.
+// then build belongs to digitising (measure/Digitising).
 #pragma once
 
-void DigitizeBtnClick(int roof);
+// Empties the outline's points, clears the roof work and the panel length
+// before the menu opens.
+void DigitizeBtnClick();
 void Roofs1Click();
 void Line1Click();
 void Eelevatedpolygon1Click();
@@ -13,3 +15,5 @@ void AreaMnuClick();
 void BlockMenuClick();
 void Facade1Click();
 void AbortpopupClick();
+// The set-up line, polygon, facade and flythrough share.
+void MyLineClick();

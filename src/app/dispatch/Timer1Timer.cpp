@@ -4,7 +4,7 @@
 #include <chrono>
 #include <cstdio>
 
-#include "DispatchState.h"
+#include "app/session/DispatchState.h"
 #include "app/model/ModelSession.h"
 #include "app/services/OrvoIni.h"
 #include "app/session/MainFormState.h"

@@ -2,15 +2,17 @@
 
 #include <QString>
 
-#include "DispatchState.h"
 #include "app/model/ModelSession.h"
 #include "app/services/RunLog.h"
 #include "app/session/CameraState.h"
+#include "app/session/DispatchState.h"
 #include "app/session/MainFormState.h"
 #include "app/session/ViewerSettings.h"
 #include "geo/Frames.h"
 #include "geo/GeoConversions.h"
 #include "geo/Units.h"
+#include "measure/BillboardPlacing.h"
+#include "measure/Digitising.h"
 #include "scene/engine_interface.h"
 
 namespace {
@@ -58,8 +60,20 @@ void takeSessionPoint(DispatchState& d, const ClickInput& click, const double lo
         SSetTextAt3(0, info);
         d.clipboardText = info;
     }
-    if (click.Button == 2)
+    if (click.Button == 2) {
         d.clipboardText = QString::asprintf("  %lf  %lf  %lf  ", d.FromModel_X, d.FromModel_Y, d.FromModel_Z);
+        d.TDigitizedPoints << QString::asprintf("%lf %lf %lf", d.FromModel_X, d.FromModel_Y, d.FromModel_Z);
+    }
+}
+
+// The point under the click, local frame; false off the mesh.
+bool pick(DispatchState& d, int x, int y, double xyz[3]) {
+    int hitFlag = 0;
+    char layerName[AT3D_NAME_SIZE] = {}, cloneItemName[AT3D_NAME_SIZE] = {};
+    if (!At3d_Get_Mesh_Location_At_Point(x, y, &hitFlag, xyz, layerName, cloneItemName, d.rgbArray2) || !hitFlag)
+        return false;
+    d.GlobalLayerName1 = QString::fromUtf8(layerName);
+    return true;
 }
 
 }  // namespace
@@ -69,26 +83,32 @@ ClickRoute ViewPanelMouseActivate(const ClickInput& click) {
     const int Y = click.Y_IN - viewerSettings().StatusbarHeight;
     PrintRunLog(" Mouse down %d X %d Y %d %s%s%s\n", click.Button, click.X, Y, click.Shift ? "Shift " : "",
                 click.Alt ? "Alt " : "", click.Ctrl ? "Ctrl" : "");
-    if (click.Shift && d.MOVEBILLBOARD != 0) return ClickRoute::MoveBillboard;
-
-    int hitFlag = 0;
     double xyz[3] = {0, 0, 0};
-    char layerName[AT3D_NAME_SIZE] = {}, cloneItemName[AT3D_NAME_SIZE] = {};
-    if (!At3d_Get_Mesh_Location_At_Point(click.X, Y, &hitFlag, xyz, layerName, cloneItemName, d.rgbArray2) ||
-        !hitFlag)
-        return ClickRoute::NoMesh;
+    const bool hit = pick(d, click.X, Y, xyz);
+    if (click.Shift && d.MOVEBILLBOARD != 0) {
+        MoveBillboardsToClick(hit, xyz[0] + OC(0), xyz[1] + OC(1));
+        return ClickRoute::MoveBillboard;
+    }
+    if (!hit) return ClickRoute::NoMesh;
     d.GlobalX1 = xyz[0] + OC(0);
     d.GlobalY1 = xyz[1] + OC(1);
     d.GlobalZ1 = xyz[2] + OC(2);
-    d.GlobalLayerName1 = QString::fromUtf8(layerName);
 
     if (!(click.Shift || click.Alt || click.Ctrl || d.DigiArmed)) return ClickRoute::None;
     // The session's point comes first: the routes after it work on that point.
     takeSessionPoint(d, click, xyz);
-    if (d.DigiArmed) return ClickRoute::Digitise;
+    if (d.DigiArmed) {
+        DigitiseClick(click.Button, xyz[0], xyz[1], xyz[2]);
+        return ClickRoute::Digitise;
+    }
+    // TODO(#15): the oblique lookup and count act on these two routes.
     if (click.Alt && obliquesKnown()) return ClickRoute::ObliqueLookup;
     if (click.Ctrl && obliquesKnown()) return ClickRoute::ObliqueCount;
-    if (click.Button == 1 && click.Shift && d.BILLBOARDMODE) return ClickRoute::PlaceBillboard;
+    if (click.Button == 1 && click.Shift && d.BILLBOARDMODE) {
+        PlaceBillboardAtClick(d.FromModel_X, d.FromModel_Y, d.FromModel_Z);
+        return ClickRoute::PlaceBillboard;
+    }
+    // TODO(#16): the hand-over file of this route.
     if (click.Button == 2 && click.Shift) return ClickRoute::Handover;
     return ClickRoute::SessionPoint;
 }

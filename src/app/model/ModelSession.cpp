@@ -1,6 +1,10 @@
 #include "ModelSession.h"
 
+#include <QDir>
+
+#include "ModelPaths.h"
 #include "scene/FileNameCase.h"
+#include "solar/design/PanelStore.h"
 
 ModelSession& modelSession() {
     static ModelSession session;
@@ -10,3 +14,13 @@ ModelSession& modelSession() {
 void resetModelSession() { modelSession() = ModelSession{}; }
 
 std::string ModelFolder() { return FolderOf(modelSession().GlobalModelFileName); }
+
+bool SetModelFolders(const std::string& modelPath) {
+    ModelSession& model = modelSession();
+    const std::string M = FolderOf(modelPath);
+    model.MEASUREMENTSFOLDER = SideFile(M, "Measurements") + "/";
+    model.SCREENSHOTSFOLDER = SideFile(M, "Screenshots") + "/";
+    QDir().mkpath(QString::fromStdString(model.SCREENSHOTSFOLDER));
+    QDir().mkpath(QString::fromStdString(model.MEASUREMENTSFOLDER));
+    return SetPanelFoldersForModel(QString::fromStdString(M));
+}

@@ -31,10 +31,9 @@ struct ModelSession {
     std::string WhereIsTheOPK;
     bool FLIPPED = false;
     bool IsRemoteDrive = false;
+    // The folders beside the model; its panel folders are the panel store's.
     std::string MEASUREMENTSFOLDER;
     std::string SCREENSHOTSFOLDER;
-    std::string PANELSFOLDER;
-    std::string SHADINGFOLDER;
     std::string JPG;
     std::string MTL;
     std::string PRJ;
@@ -79,3 +78,8 @@ void resetModelSession();
 
 // The model's folder, ending in "/".
 std::string ModelFolder();
+// The folders beside a model, found in any case or made: "Measurements/",
+// "Screenshots/", and the panel store's "PANELS/" with its "SHADING/". The
+// window's open and the commands that work on a model's files both set them
+// here. False when the panel folders can't be made.
+bool SetModelFolders(const std::string& modelPath);

@@ -18,13 +18,14 @@
 #include "TacticalGrid.h"
 #include "TextureLimit.h"
 #include "Viewport.h"
-#include "app/services/DialogService.h"
+#include "app/services/FileDialogs.h"
 #include "app/services/FileHelpers.h"
 #include "app/services/OrvoDialogs.h"
 #include "app/services/OrvoIni.h"
 #include "app/services/RunLog.h"
 #include "app/services/SunGlobalLog.h"
 #include "app/session/CameraState.h"
+#include "app/session/DispatchState.h"
 #include "app/session/DriveType.h"
 #include "app/session/MainFormState.h"
 #include "app/session/RubberbandState.h"
@@ -73,13 +74,7 @@ void deriveModelNames(const std::string& path) {
     PrintRunLog("Drive %s  is %s\n", M.c_str(), DriveKindName(drive));
 
     WriteSessionSetting("Viewer3D", "Last Folder", M);
-    model.MEASUREMENTSFOLDER = SideFile(M, "Measurements") + "/";
-    model.SCREENSHOTSFOLDER = SideFile(M, "Screenshots") + "/";
-    QDir().mkpath(QString::fromStdString(model.SCREENSHOTSFOLDER));
-    model.PANELSFOLDER = SideFile(M, "PANELS") + "/";
-    model.SHADINGFOLDER = SideFile(model.PANELSFOLDER, "SHADING") + "/";
-    QDir().mkpath(QString::fromStdString(model.SHADINGFOLDER));
-    QDir().mkpath(QString::fromStdString(model.MEASUREMENTSFOLDER));
+    SetModelFolders(path);
 }
 
 // The model's coordinate system before the read: its ".prj", or one the
@@ -230,15 +225,8 @@ bool OpenSolarRunLog(const std::string& modelPath, int processId) {
 }
 
 QStringList AskForModels() {
-    FileDialogRequest request;
-    request.title = READ_MODEL_TITLE;
-    request.filter = READ_MODEL_FILTER;
-    request.folder = QString::fromStdString(ORVOINI().readString("Viewer3D", "Last Folder", ""));
-    request.multiple = true;
-    QString chosen;
-    int filter = 1;
-    if (!dialogService().chooseFile(request, chosen, filter)) return {};
-    return chosen.split('\n', Qt::SkipEmptyParts);
+    return OrvoOpenFiles(READ_MODEL_TITLE, READ_MODEL_FILTER,
+                         QString::fromStdString(ORVOINI().readString("Viewer3D", "Last Folder", "")));
 }
 
 int ReadTypeOfModel(const std::string& path, ModelKind& kind) {
@@ -353,6 +341,9 @@ void ReadModelBtnClick() {
     At3d_Clear();
     engineSession().fileLoaded = 0;
     frameState().SCALE = 1;
+    frameState().scaleInForce = 1;
+    dispatchState().DigiArmed = false;
+    dispatchState().TDigitizedPoints.clear();
     model.KamaOblique = 0;
     model.OPKfile.clear();
     model.KamaOPK = model.KamaFacades = model.KamaOblixExtents = 0;

@@ -5,21 +5,14 @@
 
 #include "LayerTable.h"
 #include "ModelSession.h"
-#include "app/services/NumberHelpers.h"
 #include "app/services/OrvoDialogs.h"
 #include "app/services/SessionPaths.h"
+#include "app/services/ToolkitColor.h"
 #include "geo/Frames.h"
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
 
 namespace {
-
-// Toolkit colours hold red in the lowest byte.
-void colourOf(int TC, float rgb[3]) {
-    rgb[0] = my_change_256_int_to_float(TC & 0xFF);
-    rgb[1] = my_change_256_int_to_float((TC >> 8) & 0xFF);
-    rgb[2] = my_change_256_int_to_float((TC >> 16) & 0xFF);
-}
 
 void toLocal(const TGIS_Point3D& p, double local[3]) {
     local[0] = p.X - OC(0);
@@ -60,7 +53,7 @@ std::string WriteLayersList(QString& caption) {
     int faces = 0, vertices3D = 0, vertices2D = 0;
     // Listing repaints every layer blue, as the layer form always has.
     float blue[3];
-    colourOf(0xFF0000, blue);
+    ToolkitColorToRgb(0xFF0000, blue);
     for (int k = 0; k < table.NL; ++k) {
         const char* name = table.layerName[k];
         const int active = At3d_GetLayerOutputFlag(name);
@@ -90,7 +83,7 @@ void AddLineToScene(const QString& Name, const TGIS_Point3D& P1, const TGIS_Poin
     std::strncpy(item.id, Name.toUtf8().constData(), AT3D_NAME_SIZE - 1);
     item.visible_Flag = 1;
     item.lineWidth = width;
-    colourOf(TC, item.rgb_Line_Array);
+    ToolkitColorToRgb(TC, item.rgb_Line_Array);
     toLocal(P1, item.vertex1);
     toLocal(P2, item.vertex2);
     At3d_MeasureList_Add_Item(item.id, item.visible_Flag, item.observer_Flag, item.obstruction_Flag, item.lineWidth,
@@ -103,7 +96,7 @@ void AddSphere(double East, double North, double Z, double Diameter, int TC) {
     double position[3];
     toLocal(TGIS_Point3D{East, North, Z, 0}, position);
     float rgb[3];
-    colourOf(TC, rgb);
+    ToolkitColorToRgb(TC, rgb);
     At3d_Sphere_Marker_Add(name.c_str(), Diameter, position, rgb, rgb, 0, 0, 0, 1);
     model.CENTERSPHEREVISIBLE = true;
 }
@@ -111,7 +104,7 @@ void AddSphere(double East, double North, double Z, double Diameter, int TC) {
 void SetLineColor(int I, int TC) {
     MEASURE_DATA item{};
     if (!Get_MeasureList_Item(I, &item)) return;
-    colourOf(TC, item.rgb_Line_Array);
+    ToolkitColorToRgb(TC, item.rgb_Line_Array);
     item.lineWidth = TC == 255 ? 12 : 2;
     At3d_MeasureList_Replace_Item(I, item.id, item.visible_Flag, item.observer_Flag, item.obstruction_Flag,
                                   item.lineWidth, item.rgb_Line_Array, item.vertex1, item.vertex2, item.observer,

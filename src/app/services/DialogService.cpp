@@ -54,6 +54,14 @@ bool ScriptedDialogService::chooseFile(const FileDialogRequest& request, QString
     return true;
 }
 
+bool ScriptedDialogService::chooseColor(const QString& title, int& color) {
+    questions_.push_back({Question::Color, title, {}, {}, QString::number(color), {}});
+    const Answer answer = next();
+    if (!answer.accepted) return false;
+    color = answer.button;
+    return true;
+}
+
 bool ScriptedDialogService::openDocument(const QString& path) {
     questions_.push_back({Question::Document, {}, path, {}, {}, {}});
     return true;

@@ -44,6 +44,9 @@ public:
     virtual bool oneLineDialog(const OneLineDialogRequest& request, QString& value) {
         return inputQuery(request.caption, request.label1 + "\n" + request.label2, value);
     }
+    // The colour dialog; color is a toolkit colour (red in the lowest byte),
+    // proposed on the way in. False on cancel, color unchanged then.
+    virtual bool chooseColor(const QString& title, int& color) = 0;
     // Opens a file with the desktop's default application; false when nothing took it.
     virtual bool openDocument(const QString& path) { return false; }
     // Shows the grid form TFormXLS over xlsFormState() without blocking.
@@ -60,13 +63,13 @@ void installDialogService(DialogService* service);
 class ScriptedDialogService : public DialogService {
 public:
     struct Answer {
-        int button = 0;        // for ask()
+        int button = 0;        // for ask(), and the colour of chooseColor()
         bool accepted = false; // for inputQuery() and chooseFile()
         QString text;          // the value typed or the file chosen
         int filterIndex = 1;
     };
     struct Question {
-        enum Kind { Ask, Message, Input, File, Document, Grid } kind;
+        enum Kind { Ask, Message, Input, File, Document, Grid, Color } kind;
         QString title;         // caption, or the grid form's caption
         QString text;          // message text, prompt, filter, or the document's path
         QStringList buttons;
@@ -79,6 +82,7 @@ public:
     void pushText(const QString& text) { push(Answer{0, true, text, 1}); }
     void pushCancel() { push(Answer{0, false, {}, 1}); }
     void pushFile(const QString& path, int filterIndex = 1) { push(Answer{0, true, path, filterIndex}); }
+    void pushColor(int color) { push(Answer{color, true, {}, 1}); }
     const std::vector<Question>& questions() const { return questions_; }
     bool scriptDone() const { return script_.empty(); }
 
@@ -86,6 +90,7 @@ public:
     void showMessage(const QString& text, const QString& title) override;
     bool inputQuery(const QString& caption, const QString& prompt, QString& value) override;
     bool chooseFile(const FileDialogRequest& request, QString& chosen, int& chosenFilter) override;
+    bool chooseColor(const QString& title, int& color) override;
     bool openDocument(const QString& path) override;
     void showXlsForm(const QString& caption, bool maximized) override;
 

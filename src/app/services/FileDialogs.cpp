@@ -50,6 +50,18 @@ int OrvoOpenFile(QString& thefile, const QString& ext, const QString& szFilter, 
     return QFileInfo(thefile).isFile() ? 1 : 0;
 }
 
+QStringList OrvoOpenFiles(const QString& Title, const QString& Filter, const QString& DefDir) {
+    FileDialogRequest request;
+    request.title = Title;
+    request.filter = Filter;
+    request.folder = DefDir;
+    request.multiple = true;
+    QString chosen;
+    int chosenFilter = 1;
+    if (!dialogService().chooseFile(request, chosen, chosenFilter)) return {};
+    return chosen.split('\n', Qt::SkipEmptyParts);
+}
+
 int OrvoSaveFile(QString& thefile, const QString& ext, const QString& Filter, const QString& Title, int filterindex) {
     FileDialogRequest request;
     request.save = true;

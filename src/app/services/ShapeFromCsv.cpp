@@ -1,17 +1,13 @@
 #include "ShapeFromCsv.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
-#include <cstdio>
 #include <gdal_priv.h>
 #include <ogr_spatialref.h>
 #include <ogrsf_frmts.h>
 #include <optional>
 
-#include "GdalDrivers.h"
 #include "RunLog.h"
+#include "ShapeFileWriter.h"
 
 namespace {
 
@@ -74,39 +70,7 @@ bool writeLayer(GDALDataset* dataset, const GridRows& rows, const QString& wkt) 
 }  // namespace
 
 bool CreateSHPfileFromRows(const GridRows& rows, const QString& file, const QString& wkt) {
-    EnsureGdalDrivers();
-    GDALDriver* driver = GetGDALDriverManager()->GetDriverByName("ESRI Shapefile");
-    const QFileInfo target(file);
-    QTemporaryDir staging(target.absolutePath() + "/.stagingXXXXXX");
-    if (!driver || !staging.isValid()) {
-        PrintRunLog("CreateSHPfileFromCsv: can not write beside %s\n", QFile::encodeName(file).constData());
-        return false;
-    }
-    const QString stagedPath = staging.filePath(target.fileName());
-    GDALDataset* dataset = driver->Create(QFile::encodeName(stagedPath).constData(), 0, 0, 0, GDT_Unknown, nullptr);
-    if (!dataset) return false;
-    const bool written = writeLayer(dataset, rows, wkt);
-    GDALClose(dataset);
-    if (!written) return false;
-
-    // Side files of an earlier shape of that name that this one lacks would
-    // describe it wrongly.
-    const QString base = target.completeBaseName();
-    const QDir folder = target.absoluteDir();
-    const QStringList made = QDir(staging.path()).entryList(QDir::Files);
-    for (const char* ext : {".shp", ".shx", ".dbf", ".prj", ".cpg"}) {
-        const QString old = base + ext;
-        bool replaced = false;
-        for (const QString& name : made) replaced = replaced || name.compare(old, Qt::CaseInsensitive) == 0;
-        if (!replaced) QFile::remove(folder.filePath(old));
-    }
-    bool moved = true;
-    for (const QString& name : made) {
-        const QByteArray from = QFile::encodeName(staging.filePath(name));
-        const QByteArray to = QFile::encodeName(folder.filePath(name));
-        moved = std::rename(from.constData(), to.constData()) == 0 && moved;
-    }
-    return moved;
+    return WriteShapeFileStaged(file, [&](GDALDataset* dataset) { return writeLayer(dataset, rows, wkt); });
 }
 
 bool CreateSHPfileFromCsv(const QString& GlobalCSV, const QString& file, const QString& wkt) {

@@ -17,6 +17,7 @@ struct RubberbandState {
     // Hits nearer the observer than this are the observer's own ground.
     double obstructionSkipDistance = 0.5;
 
+    // 2 once the engine's observer point was fetched, 1 while there is none.
     int hitFlagObserver = 1;
     float observerWidth = 1;
     float observerSize = 3;
@@ -33,6 +34,8 @@ struct RubberbandState {
     double xyzArray1[3] = {0, 0, 0};
     double xyzArray2[3] = {0, 0, 0};
     double xyzArrayObstruction[3] = {0, 0, 0};
+    double xyzArrayObserver[3] = {0, 0, 0};
+    int screenXObserver = 0, screenYObserver = 0;
     double xyzDeltaArray[3] = {0, 0, 0};
     double XYZDeltaArrayObstruction[3] = {0, 0, 0};
     double xyzDeltaArrayObserver[3] = {0, 0, 0};

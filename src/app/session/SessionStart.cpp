@@ -45,9 +45,9 @@ void openRunLog() {
     PrintRunLog("Creating fp_prt %s\n", state.LogFile.c_str());
 }
 
-// The tactical icon button is offered only with icons to offer.
-void loadCustomIcons() {
-    if (viewerSettings().ConfiguredForSolar) return;
+}  // namespace
+
+void LoadCustomIcons() {
     StartupState& state = startupState();
     const QString folder = QString::fromStdString(sessionPaths().CTQ_Path) + "CustomIcons/";
     if (!QDir(folder).exists()) {
@@ -57,8 +57,6 @@ void loadCustomIcons() {
     state.SatamsList = Find_Files(folder + "*.bmp", false);
     SetControlVisible("SimanTactiModeBtn", !state.SatamsList.isEmpty());
 }
-
-}  // namespace
 
 void SetSessionDefaults() {
     resetViewerSettings();
@@ -103,7 +101,8 @@ bool FormCreateSession(const std::string& executablePath, const std::string& glR
     ORVOINI().load(state.ORVOINIFILENAME);
     ReadSessionSettings();
     SetInstallationPaths(executablePath);
-    loadCustomIcons();
+    // A machine planning solar has no tactical icons.
+    if (!viewerSettings().ConfiguredForSolar) LoadCustomIcons();
     return true;
 }
 

@@ -27,6 +27,10 @@ void SetRendererName(const std::string& glRenderer);
 // The user folders must be derived first.
 bool FormCreateSession(const std::string& executablePath, const std::string& glRenderer);
 
+// SatamsList: the bitmaps of the installation's "CustomIcons/"; the
+// tactical icon button shows only when there are some.
+void LoadCustomIcons();
+
 // FormClose's question; true when the operator answers yes.
 bool AskToExit();
 // After a yes: the run log closed and the engine stopped. Nothing of the

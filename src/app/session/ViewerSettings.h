@@ -21,6 +21,8 @@ struct ViewerSettings {
     double GlobalVideoRotationStep = 5;
     double DeltaStation = 222;
     double DistToFacade = 10;
+    // Height of a flythrough above the model, metres.
+    double FlytroughAlt = 100;
     int FRAMERATE = 25;
     double GlobalFlyTroughInclanation = 45;
     double oglXyzUp[3] = {0, 1, 0};

@@ -2,13 +2,13 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QCursor>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWheelEvent>
 #include <QWidget>
 
-#include "app/dispatch/AppMessage.h"
-#include "app/dispatch/DispatchState.h"
+#include "app/session/DispatchState.h"
 #include "app/dispatch/KeyCodes.h"
 #include "app/dispatch/Timer1Timer.h"
 #include "app/dispatch/ViewPanelClick.h"
@@ -99,6 +99,15 @@ bool FormInput::mouseEvent(QEvent* event) {
     click.Y_IN = at.y() + viewerSettings().StatusbarHeight;
     ViewPanelMouseActivate(click);
     copyClickToClipboard();
+    // A Shift+right click asks for the point's menu, as the engine's message 1033 does.
+    if (click.Button == 2 && click.Shift) {
+        const QPoint screen = surface_->mapToGlobal(at);
+        AppMsg popup;
+        popup.message = MSG_SHIFT_RIGHT_POPUP;
+        popup.x = screen.x();
+        popup.y = screen.y();
+        showPopup(AppMessage(popup).popup, screen);
+    }
     return false;
 }
 
@@ -117,7 +126,11 @@ void FormInput::engineNotification(const EngineNotifyEvent& event) {
     msg.message = event.message;
     msg.wParam = event.wParam;
     msg.lParam = event.lParam;
-    AppMessage(msg);
+    showPopup(AppMessage(msg).popup, QCursor::pos());
+}
+
+void FormInput::showPopup(AppPopup popup, QPoint at) {
+    if (popup != AppPopup::None && popup_) popup_(popup, at);
 }
 
 void FormInput::copyClickToClipboard() {

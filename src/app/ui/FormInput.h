@@ -5,7 +5,11 @@
 
 #include <QEvent>
 #include <QObject>
+#include <QPoint>
 #include <QTimer>
+#include <functional>
+
+#include "app/dispatch/AppMessage.h"
 
 class QKeyEvent;
 class QMouseEvent;
@@ -34,6 +38,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
     // An engine notification posted to the form.
     void engineNotification(const EngineNotifyEvent& event);
+    // Shows the menu a handled message asks for, at a point of the screen.
+    void setPopupHandler(std::function<void(AppPopup, QPoint)> handler) { popup_ = std::move(handler); }
 
 private:
     bool mouseEvent(QEvent* event);
@@ -42,5 +48,8 @@ private:
 
     QWidget* form_;
     ViewPanelGL* surface_;
+    void showPopup(AppPopup popup, QPoint at);
+
     QTimer timer1_;
+    std::function<void(AppPopup, QPoint)> popup_;
 };

@@ -19,12 +19,13 @@
 #include <cstdlib>
 #include <tuple>
 
+#include "FormActions.h"
 #include "FormInput.h"
+#include "MeasureControls.h"
 #include "ManageLayersForm.h"
 #include "ViewPanel.h"
 #include "app/dispatch/DigitiseMenu.h"
-#include "app/dispatch/DispatchState.h"
-#include "app/dispatch/ToolModes.h"
+#include "app/session/DispatchState.h"
 #include "app/model/CameraTools.h"
 #include "app/model/DefineCustomer.h"
 #include "app/model/RenderModeMenu.h"
@@ -35,11 +36,14 @@
 #include "app/model/SceneLayers.h"
 #include "app/model/Viewport.h"
 #include "app/services/OrvoDialogs.h"
+#include "app/services/ToolkitColor.h"
 #include "app/session/CleanOrvoT.h"
 #include "app/session/SessionSettings.h"
 #include "app/session/SessionStart.h"
 #include "app/session/SolarConfiguration.h"
 #include "geo/PrjMenu.h"
+#include "measure/BillboardMenu.h"
+#include "measure/ui/MeasureHooks.h"
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
 #include "scene/render/ViewCapture.h"
@@ -65,10 +69,6 @@ std::string openGlRendererName() {
     return result;
 }
 
-// Toolkit colours keep red in the lowest byte.
-QColor fromToolkitColor(int color) { return QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF); }
-int toToolkitColor(const QColor& color) { return color.red() | color.green() << 8 | color.blue() << 16; }
-
 }  // namespace
 
 TFormAt3::TFormAt3(QWidget* parent) : QMainWindow(parent) {
@@ -91,8 +91,12 @@ TFormAt3::TFormAt3(QWidget* parent) : QMainWindow(parent) {
     layout->addWidget(helpStrip);
     setCentralWidget(central);
     createMenus();
+    CreateMeasureMenu(this, menuBar());
     createToolButtons();
     createStatusTexts();
+    PopupMenu1 = CreatePopupMenu1(this);
+    ShiftRightClickPopupmenu = CreateShiftRightClickPopupmenu(this);
+    InstallMeasureHooks(this);
     if (const QScreen* screen = QGuiApplication::primaryScreen()) resize(screen->availableGeometry().size());
     installMainFormHost(this);
     SetControlVisible("ReadModelBtn", false);
@@ -101,6 +105,16 @@ TFormAt3::TFormAt3(QWidget* parent) : QMainWindow(parent) {
     SetControlChecked("BackfaceCullingBtn", At3d_ReadFlag(LIBFLAG_BACKFACE_CULL) != 0);
     SetControlChecked("Usetexture1", At3d_ReadFlag(LIBFLAG_USE_TEXTURES) != 0);
     input_ = new FormInput(this, ViewPanel_->surface());
+    input_->setPopupHandler([this](AppPopup popup, QPoint at) { showPopup(popup, at); });
+}
+
+void TFormAt3::showPopup(AppPopup popup, QPoint at) {
+    if (popup == AppPopup::PopupMenu1) {
+        PreparePopupMenu1(PopupMenu1);
+        PopupMenu1->popup(at);
+    } else if (popup == AppPopup::ShiftRightClickPopupmenu) {
+        ShiftRightClickPopupmenu->popup(at);
+    }
 }
 
 TFormAt3::~TFormAt3() {
@@ -110,56 +124,43 @@ TFormAt3::~TFormAt3() {
 
 bool TFormAt3::FormCreate(const std::string& executablePath) {
     LabelForHelp->setGeometry(0, 2, HELP_LABEL_WIDTH, LabelForHelp->sizeHint().height());
-    mainFormState().OriginalLabelForHelpColor = toToolkitColor(LabelForHelp->palette().color(QPalette::Window));
+    mainFormState().OriginalLabelForHelpColor = ToolkitFromQColor(LabelForHelp->palette().color(QPalette::Window));
     if (!FormCreateSession(executablePath, openGlRendererName())) return false;
     ReadModelBtnClick();
     return true;
 }
 
-QAction* TFormAt3::addItem(QMenu* menu, const char* name, const QString& text, std::function<void()> handler) {
-    QAction* item = menu->addAction(text);
-    item->setObjectName(name);
-    connect(item, &QAction::triggered, this, [handler] { handler(); });
-    return item;
-}
-
-QAction* TFormAt3::addCheckItem(QMenu* menu, const char* name, const QString& text, std::function<void()> handler) {
-    QAction* item = addItem(menu, name, text, std::move(handler));
-    item->setCheckable(true);
-    return item;
-}
-
 void TFormAt3::createMenus() {
     QMenu* file = menuBar()->addMenu("&File");
-    addItem(file, "OpenFrommenu", "Open", OpenFrommenuClick);
-    addItem(file, "Addmodels", "Add model(s)", AddmodelsMenuClick);
+    AddMenuItem(this, file, "OpenFrommenu", "Open", OpenFrommenuClick);
+    AddMenuItem(this, file, "Addmodels", "Add model(s)", AddmodelsMenuClick);
     file->addSeparator();
-    addItem(file, "AddPRJ1", "Add PRJ", [] { AddPRJ1Click(modelSession().GlobalModelFileName); });
-    addItem(file, "ShowPRJ1", "Show PRJ", [this] { ShowPRJ1Click(); });
+    AddMenuItem(this, file, "AddPRJ1", "Add PRJ", [] { AddPRJ1Click(modelSession().GlobalModelFileName); });
+    AddMenuItem(this, file, "ShowPRJ1", "Show PRJ", [this] { ShowPRJ1Click(); });
     file->addSeparator();
-    addItem(file, "Cleantemporaryfiles1", "Clean temporary files", [] {
+    AddMenuItem(this, file, "Cleantemporaryfiles1", "Clean temporary files", [] {
         SSetTextAt3(0, QString::number(Clean_ORVO_T()) + " temporary files deleted");
     });
     file->addSeparator();
-    addItem(file, "Exit1", "Exit", [this] { close(); });
+    AddMenuItem(this, file, "Exit1", "Exit", [this] { close(); });
 
     QMenu* view = menuBar()->addMenu("&View");
-    addItem(view, "FullView1", "Full view", FullViewBtnClick);
-    QAction* renderMode = addItem(view, "Togglerendermode1", "Toggle render mode", [] {
+    AddMenuItem(this, view, "FullView1", "Full view", FullViewBtnClick);
+    QAction* renderMode = AddMenuItem(this, view, "Togglerendermode1", "Toggle render mode", [] {
         Togglerendermode1Click();
         At3d_RenderOpenGLScene();
     });
     renderMode->setShortcut(QKeySequence("Ctrl+R"));
     view->addSeparator();
-    addItem(view, "Listlayers1", "List layers", ListlayersClick);
-    addItem(view, "Managelayers1", "Manage layers", [this] { Managelayers(this); });
-    addItem(view, "Listmodelsimported1", "List models imported",
+    AddMenuItem(this, view, "Listlayers1", "List layers", ListlayersClick);
+    AddMenuItem(this, view, "Managelayers1", "Manage layers", [this] { Managelayers(this); });
+    AddMenuItem(this, view, "Listmodelsimported1", "List models imported",
             [] { MyShowMessage(modelSession().TSImportedFiles.join("\n")); });
 
     QMenu* options = menuBar()->addMenu("&Options");
-    addCheckItem(options, "Imperialunits1", "Imperial units", Imperialunits1Click);
-    addCheckItem(options, "Openallmodels1", "Open all models", Openallmodels1Click);
-    addCheckItem(options, "CofigireforSolarPlanning1", "Configure for solar planning", [] {
+    AddCheckMenuItem(this, options, "Imperialunits1", "Imperial units", Imperialunits1Click);
+    AddCheckMenuItem(this, options, "Openallmodels1", "Open all models", Openallmodels1Click);
+    AddCheckMenuItem(this, options, "CofigireforSolarPlanning1", "Configure for solar planning", [] {
         SetControlChecked("CofigireforSolarPlanning1", !ControlChecked("CofigireforSolarPlanning1"));
         CofigireforSolarPlanning1Click();
     });
@@ -167,37 +168,37 @@ void TFormAt3::createMenus() {
     auto* group = new QActionGroup(this);
     for (int size : TEXTURE_LIMITS) {
         const std::string name = "M" + std::to_string(size);
-        QAction* item = addCheckItem(textures, name.c_str(), QString("%1 x %1").arg(size), [size] { SetTextureLimit(size); });
+        QAction* item = AddCheckMenuItem(this, textures, name.c_str(), QString("%1 x %1").arg(size), [size] { SetTextureLimit(size); });
         group->addAction(item);
     }
-    addCheckItem(options, "Highaccuracy1", "High accuracy", ::Highaccuracy1Click);
+    AddCheckMenuItem(this, options, "Highaccuracy1", "High accuracy", ::Highaccuracy1Click);
 
     view->addSeparator();
-    addItem(view, "ZoomIn1", "Zoom in", ZoomInBtnClick);
-    addItem(view, "ZoomOut1", "Zoom out", ZoomOutBtnClick);
-    addItem(view, "MyViewTop", "View from the top", MyViewTopClick);
+    AddMenuItem(this, view, "ZoomIn1", "Zoom in", ZoomInBtnClick);
+    AddMenuItem(this, view, "ZoomOut1", "Zoom out", ZoomOutBtnClick);
+    AddMenuItem(this, view, "MyViewTop", "View from the top", MyViewTopClick);
     QMenu* modes = view->addMenu("Render mode");
-    addItem(modes, "Normal1", "Normal", Normal1Click);
-    addItem(modes, "Gray1", "Gray", Gray1Click);
-    addItem(modes, "Sepia1", "Sepia", Sepia1Click);
-    addCheckItem(view, "Usetexture1", "Use texture", Usetexture1Click);
+    AddMenuItem(this, modes, "Normal1", "Normal", Normal1Click);
+    AddMenuItem(this, modes, "Gray1", "Gray", Gray1Click);
+    AddMenuItem(this, modes, "Sepia1", "Sepia", Sepia1Click);
+    AddCheckMenuItem(this, view, "Usetexture1", "Use texture", Usetexture1Click);
     view->addSeparator();
-    addItem(view, "SaveViewport1", "Save viewport", SaveViewportClick);
-    addItem(view, "RestoreViewport1", "Restore viewport", RestoreViewportClick);
+    AddMenuItem(this, view, "SaveViewport1", "Save viewport", SaveViewportClick);
+    AddMenuItem(this, view, "RestoreViewport1", "Restore viewport", RestoreViewportClick);
 
     QMenu* digitize = menuBar()->addMenu("&Digitize");
     digitize->setObjectName("DigitizeDropdownMnu");
-    addItem(digitize, "Roofs1", "Roofs", Roofs1Click);
-    addItem(digitize, "Line1", "Line", Line1Click);
-    addItem(digitize, "Eelevatedpolygon1", "Elevated  polygon", Eelevatedpolygon1Click);
-    addItem(digitize, "PolygonMnu", "Polygon ", PolygonMnuClick);
-    addItem(digitize, "Polygonwiththickness1", "Polygon with thickness", Polygonwiththickness1Click);
-    addItem(digitize, "FlytrroughDigitize", "Fly trrough", FlytrroughDigitizeClick);
-    addItem(digitize, "AreaMnu", "3D Area/Block", AreaMnuClick);
-    addItem(digitize, "BlockMenu", "Block", BlockMenuClick);
-    addItem(digitize, "Facade1", "Facade", Facade1Click);
+    AddMenuItem(this, digitize, "Roofs1", "Roofs", Roofs1Click);
+    AddMenuItem(this, digitize, "Line1", "Line", Line1Click);
+    AddMenuItem(this, digitize, "Eelevatedpolygon1", "Elevated  polygon", Eelevatedpolygon1Click);
+    AddMenuItem(this, digitize, "PolygonMnu", "Polygon ", PolygonMnuClick);
+    AddMenuItem(this, digitize, "Polygonwiththickness1", "Polygon with thickness", Polygonwiththickness1Click);
+    AddMenuItem(this, digitize, "FlytrroughDigitize", "Fly trrough", FlytrroughDigitizeClick);
+    AddMenuItem(this, digitize, "AreaMnu", "3D Area/Block", AreaMnuClick);
+    AddMenuItem(this, digitize, "BlockMenu", "Block", BlockMenuClick);
+    AddMenuItem(this, digitize, "Facade1", "Facade", Facade1Click);
     digitize->addSeparator();
-    addItem(digitize, "Abortpopup", "Abort", AbortpopupClick);
+    AddMenuItem(this, digitize, "Abortpopup", "Abort", AbortpopupClick);
 
     QMenu* solar = menuBar()->addMenu("Solar panels");
     QMenu* report = solar->addMenu("Detailed  report");
@@ -207,9 +208,9 @@ void TFormAt3::createMenus() {
           std::tuple{"CenterOptimizer1", "Center + Optimizer", true, 1},
           std::tuple{"N5points1", "5 points + String Inverter", false, 0},
           std::tuple{"CenterStringInverter1", "Center + String Inverter", true, 0}})
-        addItem(report, name, caption,
+        AddMenuItem(this, report, name, caption,
                 [onlyCenter, optimizer] { DoReport(CurrentReportSite(), onlyCenter, optimizer); });
-    addItem(solar, "DefineCustomer1", "Define Customer", DefineCustomer1Click);
+    AddMenuItem(this, solar, "DefineCustomer1", "Define Customer", DefineCustomer1Click);
 }
 
 void TFormAt3::createToolButtons() {
@@ -223,15 +224,7 @@ void TFormAt3::createToolButtons() {
     connect(full, &QAction::triggered, this, [] { FullViewBtnClick(); });
     const auto button = [this, tools](const char* name, const QString& text, bool checkable,
                                       std::function<void()> handler) {
-        QAction* action = tools->addAction(text);
-        action->setObjectName(name);
-        action->setCheckable(checkable);
-        // The logic reads a tool's state from the form state, set before the handler runs.
-        connect(action, &QAction::triggered, this, [name, action, handler] {
-            if (action->isCheckable()) SetControlChecked(name, action->isChecked());
-            handler();
-        });
-        return action;
+        return AddToolButton(this, tools, name, text, checkable, std::move(handler));
     };
     button("ZoomInBtn", "Zoom in", false, ZoomInBtnClick);
     button("ZoomOutBtn", "Zoom out", false, ZoomOutBtnClick);
@@ -257,11 +250,12 @@ void TFormAt3::createToolButtons() {
     }
     button("SelectMeasuringBtn", "Select", true, SelectMeasuringBtnClick);
     button("DigitizeBtn", "Digitize", false, [this] {
-        DigitizeBtnClick(dispatchState().ROOF);
+        DigitizeBtnClick();
         if (auto* menu = findChild<QMenu*>("DigitizeDropdownMnu")) menu->popup(QCursor::pos() + QPoint(30, 30));
     });
     button("DepthFlagBtn", "Depth", true, DepthFlagBtnClick);
     button("BackfaceCullingBtn", "Backface culling", true, BackfaceCullingBtnClick);
+    CreateMeasureToolButtons(this, tools);
 }
 
 void TFormAt3::createStatusTexts() {
@@ -290,7 +284,7 @@ void TFormAt3::helpLabelChanged() {
     LabelForHelp->setText(state.LabelForHelpCaption);
     QPalette palette = LabelForHelp->palette();
     palette.setColor(QPalette::Window, state.helpLabelColor < 0 ? palette.color(QPalette::Button)
-                                                                : fromToolkitColor(state.helpLabelColor));
+                                                                : QColorFromToolkit(state.helpLabelColor));
     LabelForHelp->setPalette(palette);
 }
 
@@ -298,7 +292,7 @@ void TFormAt3::controlChanged(const std::string& name) {
     const CameraToolState& tools = cameraToolState();
     if (name == "FormAt3") {
         // The form's own colour unless a roaming camera is drawn.
-        setPalette(tools.formColor < 0 ? QPalette() : QPalette(fromToolkitColor(tools.formColor)));
+        setPalette(tools.formColor < 0 ? QPalette() : QPalette(QColorFromToolkit(tools.formColor)));
         return;
     }
     if (name == "ObserverElevationlabel") {

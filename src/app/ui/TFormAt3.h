@@ -8,10 +8,12 @@
 #include <functional>
 #include <string>
 
+#include "app/dispatch/AppMessage.h"
 #include "app/session/MainFormState.h"
 
 class FormInput;
 class QLabel;
+class QMenu;
 class ViewPanel;
 
 class TFormAt3 : public QMainWindow, public MainFormHost {
@@ -51,16 +53,17 @@ protected:
     void customEvent(QEvent* event) override;
 
 private:
-    QAction* addItem(QMenu* menu, const char* name, const QString& text, std::function<void()> handler);
-    QAction* addCheckItem(QMenu* menu, const char* name, const QString& text, std::function<void()> handler);
     void createMenus();
     void createToolButtons();
     void createStatusTexts();
     void ShowPRJ1Click();
+    void showPopup(AppPopup popup, QPoint at);
 
     ViewPanel* ViewPanel_ = nullptr;
     QLabel* LabelForHelp = nullptr;
     QLabel* ObserverElevationlabel = nullptr;
+    QMenu* PopupMenu1 = nullptr;
+    QMenu* ShiftRightClickPopupmenu = nullptr;
     FormInput* input_ = nullptr;
     std::array<QLabel*, STATUS_TEXT_COUNT> statusLabels_{};
     bool busyCursorShown_ = false;

@@ -152,7 +152,13 @@ int At3d_RenderOpenGLScene() {
 
 int At3d_WriteFlag(int flag, int value) {
     if (flag < 0 || flag >= AT3D_FLAG_COUNT) return 0;
-    engineState().flags[flag] = value;
+    engine::EngineState& state = engineState();
+    // Picking switched on from off starts a new line: an end left by an
+    // unfinished one must not become the first point of the next.
+    if (flag == LIBFLAG_MESH_LOCATION && value == MESH_LOCATION_MEASURE &&
+        state.flags[flag] == MESH_LOCATION_OFF)
+        for (int point = 1; point <= 4; ++point) state.rubberband[point] = engine::RubberbandPoint{};
+    state.flags[flag] = value;
     return 1;
 }
 

@@ -69,19 +69,13 @@ bool validMeasureIndex(int index) { return index >= 0 && index < int(engineState
 
 // ---- Billboards ----
 
-// Bytes in one row of a billboard image: 4 per pixel with alpha, else 3 per
-// pixel padded to a multiple of 4.
-long long imageRowBytes(int width, int alpha) {
-    return alpha ? 4LL * width : ((3LL * width + 3) / 4) * 4;
-}
-
 // Checks the image arguments and computes its byte size; false for a size
 // that can't be stored.
 bool imageBytes(const UInt8* imagePtr, int width, int height, int alpha, long long& bytes) {
     bytes = 0;
     if (!imagePtr) return true;
     if (width <= 0 || height <= 0) return false;
-    bytes = imageRowBytes(width, alpha) * height;
+    bytes = BillboardRowBytes(width, alpha) * height;
     return bytes <= std::numeric_limits<Int32>::max();
 }
 

@@ -65,7 +65,7 @@ void growBox(double minMax[6], const double point[3], bool& any) {
 std::vector<std::uint8_t> pictureRgba(const engine::BillboardItem& item) {
     const BILLBOARD_DATA& data = item.data;
     const std::size_t width = std::size_t(data.imageWidth), height = std::size_t(data.imageHeight);
-    const std::size_t rowBytes = data.alphaFlag ? width * 4 : ((width * 3 + 3) / 4) * 4;
+    const std::size_t rowBytes = std::size_t(BillboardRowBytes(data.imageWidth, data.alphaFlag));
     if (item.image.size() < rowBytes * height) return {};
     std::vector<std::uint8_t> rgba(width * height * 4);
     for (std::size_t y = 0; y < height; ++y)

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "app/services/FileHelpers.h"
+#include "scene/FileNameCase.h"
 
 PanelStore& panelStore() {
     static PanelStore store;
@@ -18,8 +19,13 @@ void resetPanelStore() {
 
 bool SetPanelFoldersForModel(const QString& modelFolder) {
     PanelStore& store = panelStore();
+    // A folder brought from elsewhere may be "Panels/": it is the same one.
+    const auto existing = [](const QString& path) {
+        const std::string found = FindFileNoCase(path.toStdString());
+        return found.empty() ? path : QString::fromStdString(found);
+    };
     store.ModelFolder = modelFolder;
-    store.PANELSFOLDER = modelFolder + "PANELS/";
-    store.SHADINGFOLDER = store.PANELSFOLDER + "SHADING/";
+    store.PANELSFOLDER = existing(modelFolder + "PANELS") + "/";
+    store.SHADINGFOLDER = existing(store.PANELSFOLDER + "SHADING") + "/";
     return OrvoCreateDir(store.PANELSFOLDER) && OrvoCreateDir(store.SHADINGFOLDER);
 }

@@ -6,14 +6,16 @@
 
 #include "app/dispatch/AppMessage.h"
 #include "app/dispatch/DigitiseMenu.h"
-#include "app/dispatch/DispatchState.h"
+#include "app/session/DispatchState.h"
 #include "app/dispatch/KeyCodes.h"
 #include "app/dispatch/Timer1Timer.h"
-#include "app/dispatch/ToolModes.h"
 #include "app/dispatch/ViewPanelClick.h"
 #include "app/model/Viewport.h"
 #include "app/model/CameraTools.h"
 #include "app/model/ModelOpenFixture.h"
+#include "measure/BillboardMenu.h"
+#include "measure/DigitiseState.h"
+#include "solar/design/PanelFormLogic.h"
 #include "app/services/OrvoDialogs.h"
 #include "scene/engine_interface.h"
 #include "support/SceneBuilders.h"
@@ -28,6 +30,8 @@ protected:
     void SetUp() override {
         ModelOpenFixture::SetUp();
         resetDispatchState();
+        resetDigitiseState();
+        resetPanelFormState();
         resetCameraToolState();
         resetDialogState();
         // A 10 m square at height 2 under a camera 100 m above it.
@@ -291,24 +295,32 @@ TEST_F(Dispatcher, ASelectedMeasureAsksForItsMenuWithoutMove) {
 TEST_F(Dispatcher, DigitiseItemsArmTheirModesAndAbortDisarms) {
     Roofs1Click();
     const DispatchState& d = dispatchState();
+    const double& BlockDepth = panelFormState().BlockDepth;
     EXPECT_TRUE(d.DigiArmed);
-    EXPECT_DOUBLE_EQ(d.BlockDepth, 0.1);
+    EXPECT_DOUBLE_EQ(BlockDepth, 0.1);
     EXPECT_EQ(d.DIGITIZELINEORPOLYGON, 2);
     EXPECT_EQ(viewerSettings().GlobalColor, 255);
     EXPECT_EQ(mainFormState().LabelForHelpCaption,
               " \t Click to start 4+ points for flat plane or 3 points for panels. Rightclick to finish.");
 
+    // The block's height, then its colour.
     dialogs.pushText("7.5");
+    dialogs.pushColor(0x00FF00);
     BlockMenuClick();
-    EXPECT_DOUBLE_EQ(d.BlockDepth, 7.5);
-    EXPECT_EQ(dialogs.questions().back().text, "Block height (in meters)");
+    EXPECT_DOUBLE_EQ(BlockDepth, 7.5);
+    EXPECT_EQ(dialogs.questions()[dialogs.questions().size() - 2].text, "Block height (in meters)");
+    EXPECT_EQ(viewerSettings().GlobalColor, 0x00FF00);
+    dialogs.pushCancel();
     dialogs.pushCancel();
     BlockMenuClick();
-    EXPECT_DOUBLE_EQ(d.BlockDepth, 5);
+    EXPECT_DOUBLE_EQ(BlockDepth, 5);
+    EXPECT_EQ(viewerSettings().GlobalColor, 0x00FF00);
 
+    // A polygon after an unfinished roof is no roof.
     Polygonwiththickness1Click();
     EXPECT_EQ(d.IsPolygon, 2);
-    EXPECT_EQ(d.DIGITIZELINEORPOLYGON, 0);
+    EXPECT_EQ(d.DIGITIZELINEORPOLYGON, 2);
+    EXPECT_DOUBLE_EQ(BlockDepth, 0);
     AbortpopupClick();
     EXPECT_FALSE(d.DigiArmed);
 }

@@ -11,6 +11,7 @@
 #include "app/model/TextureLimit.h"
 #include "scene/engine_interface.h"
 #include "solar/design/PanelDaeEpsg.h"
+#include "solar/design/PanelStore.h"
 #include "app/services/SunGlobalLog.h"
 
 using testsupport::readTextFile;
@@ -81,14 +82,17 @@ TEST_F(ReadModel, OffsetTxtCountsOverZuzAndTheHomeViewIsInTheMapFrame) {
 TEST_F(ReadModel, FoldersBesideTheModelAreMadeAndTheLastFolderKept) {
     writeTextFile(dir.path("site/m.obj"), SQUARE);
     writeTextFile(dir.path("site/measurements/old.MES"), "");
+    writeTextFile(dir.path("site/Panels/old.dae"), "");
     open(dir.path("site/m.obj"));
     const ModelSession& model = modelSession();
     // An existing folder in another case is the one used.
     EXPECT_EQ(model.MEASUREMENTSFOLDER, dir.path("site/measurements/"));
     EXPECT_EQ(model.SCREENSHOTSFOLDER, dir.path("site/Screenshots/"));
-    EXPECT_EQ(model.SHADINGFOLDER, dir.path("site/PANELS/SHADING/"));
+    // The window's open points the panel store at the model, as the commands do.
+    EXPECT_EQ(panelStore().PANELSFOLDER.toStdString(), dir.path("site/Panels/"));
+    EXPECT_EQ(panelStore().SHADINGFOLDER.toStdString(), dir.path("site/Panels/SHADING/"));
     EXPECT_TRUE(exists(model.SCREENSHOTSFOLDER));
-    EXPECT_TRUE(exists(model.SHADINGFOLDER));
+    EXPECT_TRUE(exists(panelStore().SHADINGFOLDER.toStdString()));
     EXPECT_EQ(model.GlobalONCFileName, dir.path("site/m.ONC"));
     EXPECT_EQ(model.TodeleteVerticesFile, dir.path("site/m_Todelete.txt"));
     OrvoIni saved;

@@ -73,11 +73,15 @@ TEST_F(OverlayStrokesTest, SelectionHiddenItemsPointsObserverAndObstruction) {
 
 TEST_F(OverlayStrokesTest, RubberbandShowsWhileMeasuringWithItsObserver) {
     engine::RubberbandPoint* rb = engineState().rubberband;
-    rb[1].hitFlag = rb[2].hitFlag = AT3D_HIT;
-    rb[2].xyz[0] = 10;
+    const auto twoEnds = [rb] {
+        rb[1].hitFlag = rb[2].hitFlag = AT3D_HIT;
+        rb[2].xyz[0] = 10;
+    };
+    twoEnds();
     EXPECT_TRUE(render::overlayStrokes(engineState()).onTop.empty());  // mesh location off
 
     At3d_WriteFlag(LIBFLAG_MESH_LOCATION, MESH_LOCATION_MEASURE);
+    twoEnds();
     std::vector<render::Stroke> strokes = render::overlayStrokes(engineState()).onTop;
     ASSERT_EQ(strokes.size(), 3u);  // the line and both ends
     expectRgb(strokes[0].rgb, 1, 0, 0);

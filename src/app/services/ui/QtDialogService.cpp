@@ -1,6 +1,7 @@
 #include "QtDialogService.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QCursor>
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -10,6 +11,7 @@
 #include <QUrl>
 
 #include "QtFileFilter.h"
+#include "app/services/ToolkitColor.h"
 #include "TFormOrvoMsg.h"
 #include "TFormXLS.h"
 #include "TForm_DLG.h"
@@ -98,6 +100,15 @@ bool QtDialogService::oneLineDialog(const OneLineDialogRequest& request, QString
     bringToFront(&form);
     if (form.exec() != QDialog::Accepted) return false;
     value = form.text();
+    return true;
+}
+
+bool QtDialogService::chooseColor(const QString& title, int& color) {
+    QColorDialog dialog(QColorFromToolkit(color), ownerWindow());
+    dialog.setWindowTitle(title);
+    bringToFront(&dialog);
+    if (dialog.exec() != QDialog::Accepted) return false;
+    color = ToolkitFromQColor(dialog.selectedColor());
     return true;
 }
 

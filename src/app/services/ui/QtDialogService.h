@@ -18,6 +18,7 @@ public:
     bool inputQuery(const QString& caption, const QString& prompt, QString& value) override;
     bool chooseFile(const FileDialogRequest& request, QString& chosen, int& chosenFilter) override;
     bool oneLineDialog(const OneLineDialogRequest& request, QString& value) override;
+    bool chooseColor(const QString& title, int& color) override;
     bool openDocument(const QString& path) override;
     void showXlsForm(const QString& caption, bool maximized) override;
 

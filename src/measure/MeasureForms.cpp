@@ -1,0 +1,8 @@
+#include "MeasureForms.h"
+
+MeasureForms& measureForms() {
+    static MeasureForms forms;
+    return forms;
+}
+
+void resetMeasureForms() { measureForms() = MeasureForms{}; }
