@@ -76,6 +76,17 @@ void ReleaseMeasureTools() {
     if (wasArmed) armPicking(false);
 }
 
+void NoteRubberbandClick() {
+    const int mode = At3d_ReadFlag(LIBFLAG_MESH_LOCATION);
+    if (mode != MESH_LOCATION_MEASURE && mode != MESH_LOCATION_CONTINUE) return;
+    int first = 0, second = 0;
+    double xyz[3];
+    At3d_Get_Mesh_Location(1, &first, xyz, nullptr, nullptr, nullptr);
+    At3d_Get_Mesh_Location(2, &second, xyz, nullptr, nullptr, nullptr);
+    const bool startsLine = first != AT3D_HIT || (second == AT3D_HIT && mode == MESH_LOCATION_MEASURE);
+    SSetTextAt3(3, startsLine ? "First point taken: click the second point" : "Second point taken");
+}
+
 void Display_Rubberband_Data(int item) {
     RubberbandState& r = rubberbandState();
     switch (item) {

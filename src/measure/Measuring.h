@@ -14,6 +14,9 @@ void MeasureButtonClick();
 void SelectObservertargetBtnClick();
 // Releases both tools, the rubberband picking with them, and puts the help back.
 void ReleaseMeasureTools();
+// A click on the mesh while the engine picks: says which end it gives,
+// before the engine takes it.
+void NoteRubberbandClick();
 
 // The engine reported a change of its rubberband. Item 3: a line was
 // finished (fetch, figures, then the measure dialog); 4 to 7 refetch parts;

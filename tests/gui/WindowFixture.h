@@ -141,6 +141,13 @@ protected:
         mouse(surface, QEvent::MouseMove, from + QPoint(dx, dy), Qt::NoButton, button);
         mouse(surface, QEvent::MouseButtonRelease, from + QPoint(dx, dy), button, Qt::NoButton);
     }
+    // Types text into a widget with the keyboard.
+    static void typeText(QWidget* widget, const QString& text) {
+        for (const QChar c : text) {
+            QKeyEvent down(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+            QApplication::sendEvent(widget, &down);
+        }
+    }
     // Presses the tool button of the form's tool bar named so.
     static void pressToolButton(QMainWindow& form, const char* name) {
         QAction* action = form.findChild<QAction*>(name);
@@ -180,6 +187,12 @@ protected:
         At3d_SetCameraDistance(distance);
         At3d_RenderOpenGLScene();
         settle(50);
+    }
+    // A widget as it shows now, saved beside the view's pictures.
+    static void screenshotOf(QWidget* widget, const QString& name) {
+        const QString folder = QString(ZV_BINARY_DIR) + "/test-screens";
+        QDir().mkpath(folder);
+        widget->grab().save(folder + "/" + name + ".png");
     }
     // The view as it shows now, saved for a person to look at under build/test-screens/.
     static QImage screenshot(ViewPanelGL* surface, const QString& name) {

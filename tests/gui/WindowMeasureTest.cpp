@@ -6,12 +6,16 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QToolButton>
 #include <cmath>
 
 #include "WindowFixture.h"
 #include "measure/ui/TFormBillboard.h"
+#include "measure/ui/TFormObjects.h"
 #include "measure/ui/TForm_M.h"
 #include "scene/engine_interface.h"
 
@@ -59,6 +63,7 @@ protected:
     static void measure(TFormAt3& form, ViewPanelGL* surface, QPoint a, QPoint b, const QString& name) {
         pressToolButton(form, "MeasureButton");
         click(surface, a);
+        EXPECT_EQ(form.statusText(3), "First point taken: click the second point");
         whenDialogOpens<TForm_M>([name](TForm_M* dialog) {
             dialog->NameEdit->setText(name);
             dialog->findChild<QPushButton*>("SaveBtn")->click();
@@ -231,4 +236,55 @@ TEST_F(WindowMeasure, MeasuresSavedInOneSessionAreReadIntoTheNext) {
     EXPECT_STREQ(item(0).id, "Diagonal");
     // The model has an Offset: the line comes back shifted by it, as the files are made.
     for (int i = 0; i < 3; ++i) EXPECT_NEAR(item(0).vertex1[i] + OC(i), saved[i] + frameState().Offset[i], 1e-6);
+}
+
+TEST_F(WindowMeasure, TheIconsFormOffersTheInstalledIconsAndShiftClicksSetARowOfThem) {
+    TFormAt3 form;
+    ASSERT_TRUE(form.FormCreate(program()));
+    ViewPanelGL* surface = form.viewPanel()->surface();
+    ASSERT_TRUE(waitForFirstFrame(surface));
+    pressToolButton(form, "SimanTactiModeBtn");
+    auto* icons = form.findChild<TFormObjects*>("FormObjects");
+    ASSERT_NE(icons, nullptr);
+    settle(50);
+    EXPECT_TRUE(icons->isVisible());
+    QStringList names;
+    QToolButton* flag = nullptr;
+    for (QToolButton* button : icons->findChildren<QToolButton*>()) {
+        names << button->accessibleName();
+        if (button->accessibleName() == "FLAG") flag = button;
+    }
+    names.sort();
+    EXPECT_EQ(names, QStringList({"ANTENNA", "CAMERA", "CRANE_L", "FLAG", "SPHERE", "TENT_S", "WARNING"}));
+    ASSERT_NE(flag, nullptr);
+    flag->click();
+    EXPECT_EQ(icons->NameEdit->text(), "FLAG");
+    EXPECT_FALSE(form.findChild<QLabel*>("SatamImage")->pixmap().isNull());
+    icons->TextEdit->clear();
+    typeText(icons->TextEdit, "Post");
+    screenshotOf(icons, "icons_form");
+    // The form took the focus and gave it back; the operator zooms in on the flat roof.
+    settle(200);
+    closeUp(15, -5, FLAT_ROOF_Z, 20);
+
+    const QPoint first = pixelOf(12, -5, FLAT_ROOF_Z), second = pixelOf(16, -5, FLAT_ROOF_Z);
+    click(surface, first, Qt::LeftButton, Qt::ShiftModifier);
+    click(surface, second, Qt::LeftButton, Qt::ShiftModifier);
+    ASSERT_EQ(At3d_Measure_Billboard_Get_Count(), 2);
+    EXPECT_TRUE(QString(billboard(0).id).contains(QRegularExpression("^Post\\|FLAG\\d+$"))) << billboard(0).id;
+    EXPECT_TRUE(dispatchState().BILLBOARDMODE);
+    // Both stand on the roof, four metres apart; the view kept its size while the form came up.
+    EXPECT_NEAR(billboard(1).position[0] - billboard(0).position[0], 4, 0.1);
+    EXPECT_NEAR(billboard(1).position[2], billboard(0).position[2], 1e-6);
+    screenshot(surface, "icon_billboards_on_flat_roof");
+    pressToolButton(form, "SimanTactiModeBtn");
+    EXPECT_FALSE(icons->isVisible());
+    EXPECT_FALSE(dispatchState().BILLBOARDMODE);
+
+    // A Shift+right click offers the point's menu.
+    click(surface, pixelOf(14, -3, FLAT_ROOF_Z), Qt::RightButton, Qt::ShiftModifier);
+    auto* pointMenu = form.findChild<QMenu*>("ShiftRightClickPopupmenu");
+    ASSERT_NE(pointMenu, nullptr);
+    EXPECT_TRUE(pointMenu->isVisible());
+    pointMenu->hide();
 }

@@ -191,3 +191,34 @@ TEST(LineMeshPrecision, MapSizedCoordinatesKeepMillimetres) {
     EXPECT_NEAR(hit[1], 663000.321, 1e-6);
     EXPECT_NEAR(hit[2], 47.123, 1e-6);
 }
+
+TEST(LineMeshSeams, RaysThroughTheSharedEdgesAndCornersOfATiledRoofAllHitIt) {
+    testsupport::EngineFixtureGuard engine;
+    // A roof tiled as a demo site's is: 0.25 m cells, each cut into two
+    // triangles, lying at a height that floats don't hold exactly.
+    engine::Layer roof;
+    roof.name = "tiles";
+    const int cells = 40;
+    const double cell = 0.25, z = -2.412;
+    for (int j = 0; j <= cells; ++j)
+        for (int i = 0; i <= cells; ++i) roof.positions.insert(roof.positions.end(), {i * cell - 5, j * cell - 5, z});
+    for (int j = 0; j < cells; ++j)
+        for (int i = 0; i < cells; ++i) {
+            const std::uint32_t a = j * (cells + 1) + i, b = a + 1, c = a + cells + 2, d = a + cells + 1;
+            roof.triangles.insert(roof.triangles.end(), {a, b, c, a, c, d});
+        }
+    addLayer(roof);
+    // Every ray aims exactly at a corner or the middle of an edge, from a
+    // point up and to the south-west as a view tilted 45 degrees sees it.
+    int missed = 0, cast = 0;
+    for (int j = 1; j < cells; ++j)
+        for (int i = 1; i < cells; ++i)
+            for (const double half : {0.0, 0.5}) {
+                const double x = (i + half) * cell - 5, y = j * cell - 5;
+                const double v1[3] = {x - 13.7, y - 29.3, z + 29.3}, v2[3] = {x + 13.7, y + 29.3, z - 29.3};
+                double hit[3];
+                ++cast;
+                if (At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0) <= 0) ++missed;
+            }
+    EXPECT_EQ(missed, 0) << "of " << cast;
+}

@@ -13,6 +13,7 @@
 #include "geo/Units.h"
 #include "measure/BillboardPlacing.h"
 #include "measure/Digitising.h"
+#include "measure/Measuring.h"
 #include "scene/engine_interface.h"
 
 namespace {
@@ -94,7 +95,10 @@ ClickRoute ViewPanelMouseActivate(const ClickInput& click) {
     d.GlobalY1 = xyz[1] + OC(1);
     d.GlobalZ1 = xyz[2] + OC(2);
 
-    if (!(click.Shift || click.Alt || click.Ctrl || d.DigiArmed)) return ClickRoute::None;
+    if (!(click.Shift || click.Alt || click.Ctrl || d.DigiArmed)) {
+        if (click.Button == 1) NoteRubberbandClick();
+        return ClickRoute::None;
+    }
     // The session's point comes first: the routes after it work on that point.
     takeSessionPoint(d, click, xyz);
     if (d.DigiArmed) {

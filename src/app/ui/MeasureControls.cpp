@@ -66,7 +66,8 @@ void CreateMeasureToolButtons(QWidget* form, QToolBar* tools) {
     auto* picture = new QLabel;
     picture->setObjectName("SatamImage");
     picture->setAccessibleName("Selected icon");
-    picture->setMaximumHeight(32);
+    // A fixed size: choosing an icon must not resize the tool bar and with it the view.
+    picture->setFixedSize(32, 32);
     tools->addWidget(picture);
 }
 

@@ -93,7 +93,7 @@ void TFormObjects::showSelection() {
     // The main form shows the chosen icon beside its tool buttons.
     if (parentWidget())
         if (auto* shown = parentWidget()->findChild<QLabel*>("SatamImage"))
-            shown->setPixmap(picture.scaledToHeight(shown->maximumHeight()));
+            shown->setPixmap(picture.scaled(shown->size(), Qt::KeepAspectRatio));
     NameEdit->setText(values.name);
     TextEdit->setText(values.text);
     SizeEdit->setValue(values.sizeNumber);

@@ -61,6 +61,9 @@ public:
         if (!device) return false;
         scene_ = rtcNewScene(device);
         rtcSetSceneBuildQuality(scene_, RTC_BUILD_QUALITY_MEDIUM);
+        // Watertight triangle tests: a ray through an edge or a vertex shared
+        // by two triangles must not slip through the mesh between them.
+        rtcSetSceneFlags(scene_, RTC_SCENE_FLAG_ROBUST);
         for (std::size_t li = 0; li < layers_.size(); ++li) {
             const Layer& layer = layers_[li];
             if (!layer.outputFlag || layer.triangles.empty()) continue;
