@@ -10,8 +10,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "app/services/DialogService.h"
-#include "app/services/ToolkitColor.h"
+#include "ColorButton.h"
 
 TFormBillboard::TFormBillboard(QWidget* parent) : QDialog(parent) {
     setObjectName("FormBillboard");
@@ -42,11 +41,7 @@ TFormBillboard::TFormBillboard(QWidget* parent) : QDialog(parent) {
     StaticCB = new QCheckBox("Static", this);
     StaticCB->setObjectName("StaticCB");
     layout->addWidget(StaticCB);
-    ColorBtn = new QPushButton("Colour", this);
-    ColorBtn->setObjectName("ColorBtn");
-    connect(ColorBtn, &QPushButton::clicked, this, [this] {
-        if (dialogService().chooseColor("Colour of the billboard", color_)) showColor();
-    });
+    ColorBtn = new ColorButton("Colour of the billboard", this);
     layout->addWidget(ColorBtn);
     auto* buttons = new QHBoxLayout;
     auto* ok = new QPushButton("OK", this);
@@ -60,17 +55,12 @@ TFormBillboard::TFormBillboard(QWidget* parent) : QDialog(parent) {
     layout->addLayout(buttons);
 }
 
-void TFormBillboard::showColor() {
-    ColorBtn->setStyleSheet(QString("background-color: %1").arg(QColorFromToolkit(color_).name()));
-}
-
 bool TFormBillboard::run(BillboardDialogValues& values, int& colorPanel) {
     TextEdit->setText(values.text);
     PivotEdit->setValue(values.pivotHeight);
     StaticCB->setChecked(values.isStatic);
     if (QAbstractButton* size = SizeRG->button(values.sizeIndex)) size->setChecked(true);
-    color_ = colorPanel;
-    showColor();
+    ColorBtn->setColor(colorPanel);
     TextEdit->setFocus();
     TextEdit->selectAll();
     if (exec() != QDialog::Accepted) return false;
@@ -78,6 +68,6 @@ bool TFormBillboard::run(BillboardDialogValues& values, int& colorPanel) {
     values.pivotHeight = PivotEdit->value();
     values.isStatic = StaticCB->isChecked();
     if (SizeRG->checkedId() >= 0) values.sizeIndex = SizeRG->checkedId();
-    colorPanel = color_;
+    colorPanel = ColorBtn->color();
     return true;
 }

@@ -6,6 +6,7 @@
 
 #include "measure/BillboardState.h"
 
+class ColorButton;
 class QButtonGroup;
 class QCheckBox;
 class QDoubleSpinBox;
@@ -24,9 +25,5 @@ public:
     QDoubleSpinBox* PivotEdit = nullptr;
     QCheckBox* StaticCB = nullptr;
     QButtonGroup* SizeRG = nullptr;
-    QPushButton* ColorBtn = nullptr;
-
-private:
-    void showColor();
-    int color_ = 0;
+    ColorButton* ColorBtn = nullptr;
 };

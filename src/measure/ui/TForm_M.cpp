@@ -11,8 +11,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "app/services/DialogService.h"
-#include "app/services/ToolkitColor.h"
+#include "ColorButton.h"
 
 TForm_M::TForm_M(QWidget* parent) : QDialog(parent) {
     setObjectName("Form_M");
@@ -36,11 +35,7 @@ TForm_M::TForm_M(QWidget* parent) : QDialog(parent) {
     layout->addWidget(widths);
 
     auto* colorRow = new QHBoxLayout;
-    ColorBtn = new QPushButton("Colour", this);
-    ColorBtn->setObjectName("ColorBtn");
-    connect(ColorBtn, &QPushButton::clicked, this, [this] {
-        if (dialogService().chooseColor("Colour of the line", color_)) showColor();
-    });
+    ColorBtn = new ColorButton("Colour of the line", this);
     colorRow->addWidget(ColorBtn);
     ShowCB = new QCheckBox("Show the length on a billboard", this);
     ShowCB->setObjectName("ShowCB");
@@ -78,16 +73,11 @@ TForm_M::TForm_M(QWidget* parent) : QDialog(parent) {
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-void TForm_M::showColor() {
-    ColorBtn->setStyleSheet(QString("background-color: %1").arg(QColorFromToolkit(color_).name()));
-}
-
 int TForm_M::run(MeasureDialogValues& values) {
     setWindowTitle(values.caption.isEmpty() ? QString("Measure") : "Measure " + values.caption);
     NameEdit->setText(values.name);
     if (QAbstractButton* width = WidthRG->button(values.widthIndex)) width->setChecked(true);
-    color_ = values.color;
-    showColor();
+    ColorBtn->setColor(values.color);
     ShowCB->setChecked(values.show);
     ToTarget->setText(values.toTarget);
     OnGround->setText(values.onGround);
@@ -96,7 +86,7 @@ int TForm_M::run(MeasureDialogValues& values) {
     const int result = exec();
     values.name = NameEdit->text();
     values.widthIndex = WidthRG->checkedId() < 0 ? values.widthIndex : WidthRG->checkedId();
-    values.color = color_;
+    values.color = ColorBtn->color();
     values.show = ShowCB->isChecked();
     return result;
 }

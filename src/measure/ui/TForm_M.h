@@ -7,6 +7,7 @@
 
 #include "measure/MeasureForms.h"
 
+class ColorButton;
 class QButtonGroup;
 class QCheckBox;
 class QLabel;
@@ -22,13 +23,9 @@ public:
 
     QLineEdit* NameEdit = nullptr;
     QButtonGroup* WidthRG = nullptr;
-    QPushButton* ColorBtn = nullptr;
+    ColorButton* ColorBtn = nullptr;
     QCheckBox* ShowCB = nullptr;
     QLabel* ToTarget = nullptr;
     QLabel* OnGround = nullptr;
     QLabel* Elevation = nullptr;
-
-private:
-    void showColor();
-    int color_ = 0;
 };
