@@ -21,6 +21,7 @@
 #include "scene/engine_interface.h"
 #include "solar/design/PanelDaeImport.h"
 #include "solar/design/PanelImport.h"
+#include "solar/design/RoofVisibility.h"
 
 namespace {
 
@@ -49,13 +50,17 @@ std::string vectorAsDxf(const std::string& path, bool kml) {
     return "";
 }
 
-// The added file's world coordinates into the scene's local frame; a layer
-// the program exported is in that frame already.
-void moveIntoLocalFrame(const char* name) {
+// The added file's coordinates into the scene's local frame: a model file's
+// lose the model's centre, the map-frame files this program writes (panel
+// files and roof polygons) lose the centre and the Offset. A layer the
+// program exported is in the local frame already.
+void moveIntoLocalFrame(const char* name, bool mapFrame) {
     float red[3] = {1, 0, 0};
     if (At3d_2DVertexCount(name) > 0) At3d_SetMaterial_F3(name, 3, red);
     if (QString::fromUtf8(name).contains("EXPORTED")) return;
-    const double* centre = frameState().OriginalobjectCenter;
+    const double centre[3] = {mapFrame ? OC(0) : frameState().OriginalobjectCenter[0],
+                              mapFrame ? OC(1) : frameState().OriginalobjectCenter[1],
+                              mapFrame ? OC(2) : frameState().OriginalobjectCenter[2]};
     double v[3];
     for (int i = 0, n = At3d_VertexCount(name); i < n; ++i) {
         At3d_GetVertex(i, name, v);
@@ -76,6 +81,7 @@ void addModels(const QStringList& files, std::chrono::milliseconds settle) {
     int NL = 0, NF = 0;
     GetTotalVertices(NL, NF);
     const QSet<QString> before = presentLayerNames();
+    QSet<QString> mapFrameLayers;
     At3d_WriteFlag_LIBFLAG_NO_DRAW(1);
 
     for (const QString& file : files) {
@@ -96,21 +102,27 @@ void addModels(const QStringList& files, std::chrono::milliseconds settle) {
         const QFileInfo info(QString::fromStdString(path));
         if (!info.exists() || info.size() < 200) continue;
         const double position[3] = {0, 0, 0};
+        const QSet<QString> beforeFile = presentLayerNames();
         if (!At3d_Mesh_Static_Read_And_Add(type, path.c_str(), 1, xRotationFlag, position, nextPrefix().c_str()))
             continue;
+        bool ownFile = false;
         if (type == AT3D_READ_DAE) {
-            GetPanelsFromDae(QString::fromStdString(path));
+            ownFile = GetPanelsFromDae(QString::fromStdString(path)) > 0;
             AddPanelsT();
         }
         GetTotalVertices(NL, NF);
+        for (const QString& layer : presentLayerNames() - beforeFile)
+            if (ownFile || layer.contains(ROOF_POLYGON_LAYER)) mapFrameLayers.insert(layer);
         if (!model.TSImportedFiles.contains(file)) model.TSImportedFiles << file;
     }
 
     GetTotalVertices(NL, NF);
     const LayerTable& table = layerTable();
     for (int k = 0; k < table.NL; ++k) At3d_Set_Layer_GPU_Update(table.layerName[k], 1);
-    for (int k = 0; k < table.NL; ++k)
-        if (!before.contains(QString::fromUtf8(table.layerName[k]))) moveIntoLocalFrame(table.layerName[k]);
+    for (int k = 0; k < table.NL; ++k) {
+        const QString name = QString::fromUtf8(table.layerName[k]);
+        if (!before.contains(name)) moveIntoLocalFrame(table.layerName[k], mapFrameLayers.contains(name));
+    }
 
     At3d_StatusBar_Set_Text(("Ready after adding " + std::to_string(files.size()) + " model(s)").c_str());
     // Restoring the view ends the no-draw bracket and draws.

@@ -2,6 +2,7 @@
 // added, each added file's layers come into the scene's local frame, and
 // KML files come in as DXF lines.
 #include <QFileInfo>
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -12,6 +13,9 @@
 #include "app/model/ModelZip.h"
 #include "app/model/ReadModel.h"
 #include "scene/engine_interface.h"
+#include "solar/design/PanelColladaWriter.h"
+#include "solar/design/PanelStore.h"
+#include "solar/design/PanelText.h"
 
 using testsupport::readTextFile;
 using testsupport::writeTextFile;
@@ -180,4 +184,42 @@ TEST_F(AddModels, AKmlThatCantBeOpenedIsReportedAndSkipped) {
     ASSERT_FALSE(dialogs.questions().empty());
     EXPECT_TRUE(dialogs.questions().back().text.startsWith("File can't be open\n\r"));
     EXPECT_EQ(At3d_LayerCount(), 1);
+}
+
+TEST_F(AddModels, APanelFileInTheMapFrameLandsOnItsRoofOfAModelWithAnOffset) {
+    writeTextFile(dir.path("site/m.obj"), squareObj("base", 100, 200, 10));
+    writeTextFile(dir.path("site/offset.txt"), "1000 2000 5\n");
+    startupState().GlobalARGVforDebug = dir.path("site/m.obj");
+    ReadModelBtnClick();
+    // A panel over the square's middle, its corners in the map frame as panel files hold them.
+    PanelStore& store = panelStore();
+    PANEL& p = store.panels[0];
+    p = PANEL{};
+    SetPanelText(p.Name, QStringLiteral("1/7"));
+    const std::string file = dir.path("site/PANELS/Panel-1_7.dae");
+    SetPanelText(p.Filename, QString::fromStdString(file));
+    const double x = 1104, y = 2204, z = 15.5;
+    p.Corners[0] = {x, y, z};
+    p.Corners[1] = {x, y + 1.7, z};
+    p.Corners[2] = {x + 1, y + 1.7, z};
+    p.Corners[3] = {x + 1, y, z};
+    p.CenterPoint = {x + 0.5, y + 0.85, z};
+    p.Active = true;
+    store.NumPanelsCreated = 1;
+    ASSERT_TRUE(WritePanelColladaFile(QString::fromStdString(file), nullptr, 4, 1, 4, false, 0x800000, 0, 100, 0,
+                                      nullptr));
+    store.NumPanelsCreated = 0;
+
+    AddCompleteModels({QString::fromStdString(file)});
+    ASSERT_EQ(store.NumPanelsCreated, 1);
+    const std::string layer = layerEndingWith("_geometry");
+    ASSERT_FALSE(layer.empty());
+    // Map point minus centre and Offset: half a metre above the square's middle (105, 205, 10).
+    double low[3] = {1e9, 1e9, 1e9};
+    for (int i = 0, n = At3d_VertexCount(layer.c_str()); i < n; ++i) {
+        double v[3];
+        ASSERT_EQ(At3d_GetVertex(i, layer.c_str(), v), 1);
+        for (int a = 0; a < 3; ++a) low[a] = std::min(low[a], v[a]);
+    }
+    testsupport::expectVec(low, -1, -1, 0.5, 1e-4);
 }
