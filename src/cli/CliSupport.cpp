@@ -12,6 +12,7 @@
 #include "app/services/SessionPaths.h"
 #include "app/session/StartupState.h"
 #include "app/session/UserFolders.h"
+#include "measure/PanelLabels.h"
 #include "scene/engine_interface.h"
 
 namespace {
@@ -45,6 +46,7 @@ void PrepareCliSession() {
     runLog().fp_prt = stderr;
     static StderrDialogService messages;
     installDialogService(&messages);
+    InstallPanelLabels();
 }
 
 bool ParseCliNumber(const std::string& word, double& value) {

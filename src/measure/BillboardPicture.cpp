@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QPainter>
 #include <algorithm>
 
@@ -39,6 +40,8 @@ bool RenderBillboardPicture(const QString& text, const QColor& color, const QIma
                             BillboardPicture& picture) {
     const bool withIcon = icon && !icon->isNull();
     if (text.isEmpty() && !withIcon) return false;
+    // Fonts live in a GUI application; a command run without one draws no text.
+    if (!text.isEmpty() && !qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return false;
     QFont font(BILLBOARD_FONT_FAMILY);
     font.setPixelSize(std::max(1, fontPixels));
     font.setBold(true);

@@ -25,7 +25,7 @@ struct BillboardPicture {
     int blackPixels = 0;
 };
 
-// Needs a QGuiApplication for its fonts. icon may be null. The picture is as
+// A text needs a QGuiApplication for its fonts (false without one). icon may be null. The picture is as
 // wide as the wider of text and icon and as high as both together; false
 // when nothing is left to draw.
 bool RenderBillboardPicture(const QString& text, const QColor& color, const QImage* icon, int fontPixels,

@@ -192,6 +192,33 @@ TEST_F(AssimpAdapterTest, ColladaLayersAreNamedAfterFileAndGeometryId) {
     EXPECT_TRUE(layers[1].texturePath.empty());
 }
 
+TEST_F(AssimpAdapterTest, AGeometryWithoutASceneLoadsItsLinesWherePlaced) {
+    // The layout of a panel's shading ray file: lines in a geometry library and no scene.
+    writeTextFile(dir.path("Panel-3_40_Shading.dae"),
+                  "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
+                  "<COLLADA xmlns=\"http://www.collada.org/2005/11/COLLADASchema\" version=\"1.4.1\">\n"
+                  "<asset><unit name=\"meter\" meter=\"1\"/><up_axis>Z_UP</up_axis></asset>\n"
+                  "<library_geometries>\n<geometry id=\"ShadingRays-geo\" name=\"3_40_Shading\">\n"
+                  "<mesh><source id=\"ShadingRays-positions\">\n"
+                  "<float_array id=\"ShadingRays-positions-array\" count=\"99999\">\n"
+                  "178500.25 663500.50 50.00 178510.25 663500.50 60.00 178500.25 663500.50 50.00 178500.25 663490.50 55.00\n"
+                  "</float_array>\n<technique_common><accessor source=\"#ShadingRays-positions-array\" count=\"4\" stride=\"3\">\n"
+                  "<param name=\"X\" type=\"float\"/><param name=\"Y\" type=\"float\"/><param name=\"Z\" type=\"float\"/>\n"
+                  "</accessor></technique_common></source>\n"
+                  "<vertices id=\"ShadingRays-vertices\"><input semantic=\"POSITION\" source=\"#ShadingRays-positions\"/></vertices>\n"
+                  "<lines count=\"2\"><input semantic=\"VERTEX\" source=\"#ShadingRays-vertices\" offset=\"0\"/><p>\n 0 1 2 3\n</p></lines>\n"
+                  "</mesh></geometry>\n</library_geometries>\n</COLLADA>\n");
+    const std::vector<Layer> layers = read("Panel-3_40_Shading.dae");
+    ASSERT_EQ(layers.size(), 1u);
+    EXPECT_EQ(layers[0].name, "Panel-3_40_Shading_ShadingRays-geo");
+    EXPECT_TRUE(layers[0].triangles.empty());
+    ASSERT_EQ(layers[0].lineSegments.size(), 4u);
+    // The rays' ends stand where the file has them (a float file: to a few centimetres).
+    const std::size_t end = layers[0].lineSegments[1];
+    EXPECT_NEAR(layers[0].lineVertices[3 * end], 178510.25, 0.05);
+    EXPECT_NEAR(layers[0].lineVertices[3 * end + 2], 60, 1e-4);
+}
+
 TEST_F(AssimpAdapterTest, LongNamesAreCutTo79BytesAndStayUnique) {
     Geometry a = kTriangle, b = kTriangle;
     a.id = std::string(100, 'a') + "1";

@@ -21,6 +21,7 @@
 #include "scene/engine_interface.h"
 #include "solar/design/PanelDaeImport.h"
 #include "solar/design/PanelImport.h"
+#include "solar/analysis/ShadingRayFile.h"
 #include "solar/design/RoofVisibility.h"
 
 namespace {
@@ -52,7 +53,7 @@ std::string vectorAsDxf(const std::string& path, bool kml) {
 
 // The added file's coordinates into the scene's local frame: a model file's
 // lose the model's centre, the map-frame files this program writes (panel
-// files and roof polygons) lose the centre and the Offset. A layer the
+// files, roof polygons, shading rays) lose the centre and the Offset. A layer the
 // program exported is in the local frame already.
 void moveIntoLocalFrame(const char* name, bool mapFrame) {
     float red[3] = {1, 0, 0};
@@ -112,7 +113,8 @@ void addModels(const QStringList& files, std::chrono::milliseconds settle) {
         }
         GetTotalVertices(NL, NF);
         for (const QString& layer : presentLayerNames() - beforeFile)
-            if (ownFile || layer.contains(ROOF_POLYGON_LAYER)) mapFrameLayers.insert(layer);
+            if (ownFile || layer.contains(ROOF_POLYGON_LAYER) || layer.contains(SHADING_RAYS_GEOMETRY))
+                mapFrameLayers.insert(layer);
         if (!model.TSImportedFiles.contains(file)) model.TSImportedFiles << file;
     }
 

@@ -43,6 +43,7 @@
 #include "app/session/SolarConfiguration.h"
 #include "geo/PrjMenu.h"
 #include "measure/BillboardMenu.h"
+#include "measure/PanelLabels.h"
 #include "measure/ui/MeasureHooks.h"
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
@@ -97,6 +98,7 @@ TFormAt3::TFormAt3(QWidget* parent) : QMainWindow(parent) {
     PopupMenu1 = CreatePopupMenu1(this);
     ShiftRightClickPopupmenu = CreateShiftRightClickPopupmenu(this);
     InstallMeasureHooks(this);
+    InstallPanelLabels();
     if (const QScreen* screen = QGuiApplication::primaryScreen()) resize(screen->availableGeometry().size());
     installMainFormHost(this);
     SetControlVisible("ReadModelBtn", false);

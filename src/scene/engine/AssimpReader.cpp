@@ -291,6 +291,49 @@ bool fillLayer(const aiMesh& mesh, const Matrix& placement, Layer& layer) {
     return true;
 }
 
+// The shading ray files hold geometries but no scene, and a placeholder for
+// the number of their coordinates. Such a file is read as if a scene placed
+// each geometry once and its arrays told their true sizes; "" when the file
+// has a scene (it is read as it is) or can't be read.
+std::string colladaWithScene(const std::string& path) {
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (!file) return "";
+    std::string text;
+    char buffer[1 << 16];
+    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, file)) > 0;) text.append(buffer, n);
+    std::fclose(file);
+    if (text.find("<scene") != std::string::npos || text.rfind("</COLLADA>") == std::string::npos) return "";
+    std::string nodes;
+    for (std::size_t at = text.find("<geometry "); at != std::string::npos; at = text.find("<geometry ", at + 1)) {
+        const std::size_t idAt = text.find("id=\"", at);
+        const std::size_t close = text.find('>', at);
+        if (idAt == std::string::npos || idAt > close) continue;
+        const std::size_t idEnd = text.find('"', idAt + 4);
+        const std::string id = text.substr(idAt + 4, idEnd - idAt - 4);
+        nodes += "<node id=\"" + id + "-node\"><instance_geometry url=\"#" + id + "\"/></node>\n";
+    }
+    if (nodes.empty()) return "";
+    for (std::size_t at = text.find("<float_array"); at != std::string::npos; at = text.find("<float_array", at + 1)) {
+        const std::size_t open = text.find('>', at), close = text.find("</float_array>", at);
+        const std::size_t countAt = text.find("count=\"", at);
+        if (open == std::string::npos || close == std::string::npos || countAt == std::string::npos || countAt > open)
+            continue;
+        std::size_t values = 0;
+        bool inValue = false;
+        for (std::size_t i = open + 1; i < close; ++i) {
+            const bool blank = std::isspace(static_cast<unsigned char>(text[i])) != 0;
+            if (!blank && !inValue) ++values;
+            inValue = !blank;
+        }
+        const std::size_t countEnd = text.find('"', countAt + 7);
+        text.replace(countAt + 7, countEnd - countAt - 7, std::to_string(values));
+    }
+    text.insert(text.rfind("</COLLADA>"),
+                "<library_visual_scenes><visual_scene id=\"placed\">\n" + nodes +
+                    "</visual_scene></library_visual_scenes>\n<scene><instance_visual_scene url=\"#placed\"/></scene>\n");
+    return text;
+}
+
 void readImpl(const std::string& path, ReadOutcome& outcome) {
     const std::string truncated = truncationProblem(path, formatOfPath(path));
     if (!truncated.empty()) {
@@ -302,8 +345,10 @@ void readImpl(const std::string& path, ReadOutcome& outcome) {
     importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_IGNORE_UP_DIRECTION, true);
     importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_IGNORE_UNIT_SIZE, true);
     importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, false);  // mesh names = geometry ids
-    const aiScene* scene =
-        importer.ReadFile(path, aiProcess_Triangulate | aiProcess_JoinIdenticalVertices | aiProcess_SortByPType);
+    const unsigned flags = aiProcess_Triangulate | aiProcess_JoinIdenticalVertices | aiProcess_SortByPType;
+    const std::string placed = formatOfPath(path) == Format::Collada ? colladaWithScene(path) : std::string();
+    const aiScene* scene = placed.empty() ? importer.ReadFile(path, flags)
+                                          : importer.ReadFileFromMemory(placed.data(), placed.size(), flags, "dae");
     if (!scene || !scene->mRootNode) {
         outcome.note("cannot read %s: %s", path.c_str(), oneLine(importer.GetErrorString()).c_str());
         return;

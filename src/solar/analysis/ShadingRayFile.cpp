@@ -38,7 +38,7 @@ void BeginShadingDAE(const std::string& filename) {
     std::fputs("<created>2025-06-14</created><modified>2025-06-14</modified>\n", f);
     std::fputs("<unit name=\"meter\" meter=\"1\"/><up_axis>Z_UP</up_axis></asset>\n", f);
     std::fputs("<library_geometries>\n", f);
-    std::fprintf(f, "<geometry id=\"ShadingRays-geo\" name=\"%s\">\n", geometryName.constData());
+    std::fprintf(f, "<geometry id=\"%s\" name=\"%s\">\n", SHADING_RAYS_GEOMETRY, geometryName.constData());
     std::fputs("<mesh><source id=\"ShadingRays-positions\">\n", f);
     // The count is a fixed placeholder: the rays are not known yet when it is written.
     std::fputs("<float_array id=\"ShadingRays-positions-array\" count=\"99999\">\n", f);

@@ -7,6 +7,9 @@
 
 #include "SunDirection.h"
 
+// The id of the rays' geometry, which the engine puts into the layer's name.
+inline constexpr const char* SHADING_RAYS_GEOMETRY = "ShadingRays-geo";
+
 struct ShadingRayFile {
     std::FILE* fdae = nullptr;
     int rayCount = 0;

@@ -2,6 +2,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QList>
+#include <algorithm>
 #include <cmath>
 
 #include "AdjacencyGrouping.h"
@@ -24,6 +26,9 @@ constexpr double kRayDepth = 22.0;                       // m below the corner
 constexpr double kRaySkip = 0.03;                        // m, the panel's own surface
 constexpr int kMaxGroupName = 99;
 constexpr double kPanelGapMm = 20;  // between the two panels across
+// Colours of the panel labels, by the place of the panel's letter among the letters in use.
+constexpr int kLabelColorCount = 7;
+constexpr int kLabelColors[kLabelColorCount] = {0x00FFFF, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF, 0x00A5FF, 0x507FFF};
 
 QStringList csvLines(const QString& path) {
     QFile file(path);
@@ -40,18 +45,35 @@ float alongMm(const PANEL& p) { return float(p.Landscape ? p.Length : p.Width); 
 
 }  // namespace
 
-void AddNamesToPanels(int flag) {
-    PanelStore& store = panelStore();
-    if (flag == 0) {
-        for (int i = 0; i < store.NumPanelsCreated; ++i) store.panels[i].GroupingName = 0, store.panels[i].Row = 0;
-        return;
-    }
+PanelLabelHooks& panelLabelHooks() {
+    static PanelLabelHooks hooks;
+    return hooks;
+}
+
+void resetPanelLabelHooks() { panelLabelHooks() = PanelLabelHooks{}; }
+
+void AddNamesToPanels(int ma) {
+    At3d_MeasureList_Clear();
+    At3d_Measure_Billboard_Delete_All();
+    At3d_Sphere_Marker_Delete_All();
+    if (ma == 0) return;
     ConstructionGroups& state = constructionGroups();
     state.groupCount = PerformAdjacencyGrouping(state.groups.data());
+    const PanelStore& store = panelStore();
+    QList<char> letters;
+    for (int i = 0; i < store.NumPanelsCreated; ++i)
+        if (!letters.contains(store.panels[i].GroupingName)) letters << store.panels[i].GroupingName;
+    std::sort(letters.begin(), letters.end());
     for (int i = 0; i < store.NumPanelsCreated; ++i) {
         const PANEL& p = store.panels[i];
-        PrintRunLog("AddNamesToPanels: %s %c%d\n", p.Name, p.GroupingName ? p.GroupingName : '-', p.Row);
+        const QString name = QString::fromUtf8(p.Name);
+        const QString label = name.left(name.indexOf('/')) + (p.GroupingName ? QString(QChar(p.GroupingName)) : "");
+        PrintRunLog("AddNamesToPanels: %s %s\n", p.Name, label.toUtf8().constData());
+        if (panelLabelHooks().makeLabel)
+            panelLabelHooks().makeLabel(p.CenterPoint, label,
+                                        kLabelColors[letters.indexOf(p.GroupingName) % kLabelColorCount]);
     }
+    At3d_RenderOpenGLScene();
 }
 
 double HeightAboveRoofMm(double x, double y, double z, double fallback_mm) {
