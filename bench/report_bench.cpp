@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "app/services/OrvoIni.h"
 #include "app/services/SessionPaths.h"
 #include "app/services/SunGlobalLog.h"
 #include "CityScene.h"
@@ -84,6 +85,8 @@ public:
         fs::create_directories(root_ + "Reports");
         fs::create_directories(root_ + "TMP");
         sessionPaths().ORVO_T = root_ + "TMP/";
+        // The report's address line would ask the public geocoder; a benchmark never waits on the network.
+        ORVOINI().writeString("Services", "Geocoding", "");
 
         benchgen::CityOptions options;
         options.targetTriangles = 2'100'000;

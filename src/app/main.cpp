@@ -12,7 +12,6 @@
 #include "app/session/CommandLine.h"
 #include "app/session/UserFolders.h"
 #include "app/ui/FirstFrameShot.h"
-#include "app/ui/SolarHooks.h"
 #include "app/ui/TFormAt3.h"
 
 namespace {
@@ -41,7 +40,6 @@ int main(int argc, char** argv) {
     int result = 1;
     {
         TFormAt3 form;
-        InstallSolarHooks(&form);
         if (form.FormCreate(ec ? std::string(argv[0]) : executable)) {
             if (firstFrameShot) SaveFirstFrameAndQuit(form, FIRST_FRAME_TIMEOUT_MS);
             result = application.exec();

@@ -38,8 +38,8 @@ int CliClimate(const std::vector<std::string>& arguments) {
     if (!std::filesystem::is_directory(args[2], ec)) return CliUsageError("not a folder: " + args[2], usage);
 
     PrepareCliSession();
-    frameState().OCENTERLat = lat;
-    frameState().OCENTERLon = lon;
+    frameState().MapCenterLat = lat;
+    frameState().MapCenterLon = lon;
     frameState().OCENTER[2] = altitude;
     const std::string hourly = DownloadPVGISTdata(args[2]);
     if (hourly.empty()) {

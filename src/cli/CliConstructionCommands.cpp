@@ -32,13 +32,10 @@ int CliConstruction(const std::vector<std::string>& args) {
     constexpr const char* usage = "zorvex64-cli construction MODEL";
     if (args.size() != 1) return CliUsageError("construction takes one model file", usage);
     OpenedModel opened;
-    if (!OpenModelForCli(args[0], opened)) return CLI_FAILED;
+    if (!OpenModelWithFoldersForCli(args[0], opened)) return CLI_FAILED;
     LogToStderr log;
     const QFileInfo model(QString::fromStdString(args[0]));
-    SetModelFolders(model.absoluteFilePath().toStdString());
-    const QDir panels(panelStore().PANELSFOLDER);
-    for (const QString& name : panels.entryList({QStringLiteral("*.dae")}, QDir::Files, QDir::Name))
-        GetPanelsFromDae(panels.absoluteFilePath(name));
+    for (const QString& file : PanelFilesOfModel()) ReadPanelsOfModelFile(file);
     AddPanelsT();
     if (panelStore().NumPanelsCreated == 0) {
         std::fprintf(stderr, "error: no panels in %s\n", panelStore().PANELSFOLDER.toUtf8().constData());

@@ -28,6 +28,7 @@
 #include "measure/MeasurementFiles.h"
 #include "measure/Measuring.h"
 #include "scene/engine_interface.h"
+#include "solar/design/RoofCapture.h"
 #include "solar/design/PanelStore.h"
 
 namespace {
@@ -35,6 +36,7 @@ namespace {
 constexpr const char* kMeasureUsage = "zorvex64-cli measure MODEL X1 Y1 Z1 X2 Y2 Z2";
 constexpr const char* kDigitiseUsage =
     "zorvex64-cli digitise MODEL line|polygon|roof|area|block|circle X1 Y1 X2 Y2 ... [--out FILE]";
+constexpr const char* kRoofUsage = "zorvex64-cli roof MODEL X1 Y1 X2 Y2 X3 Y3 X4 Y4 ... [--flat] [--slope DEG]";
 constexpr const char* kBillboardUsage =
     "zorvex64-cli billboard MODEL X Y Z TEXT --out FILE.BLB [--icon NAME] [--static] [--colour 0xBBGGRR]";
 constexpr const char* kMeasurementsUsage = "zorvex64-cli measurements FILE";
@@ -115,6 +117,24 @@ struct DigitiseKind {
 constexpr DigitiseKind kKinds[] = {{"line", Line1Click},  {"polygon", PolygonMnuClick}, {"roof", Roofs1Click},
                                    {"area", AreaMnuClick}, {"block", BlockMenuClick},    {"circle", PolygonMnuClick}};
 
+// The menu item, then a click on the mesh under each map point, the last
+// one a right click, as the operator digitises. False (and why) when a point
+// has no mesh under it.
+bool clickOutline(void (*arm)(), const std::vector<double>& xy, DigitiseResult& result) {
+    DigitizeBtnClick();
+    arm();
+    for (std::size_t i = 0; i < xy.size(); i += 2) {
+        const double z = GetZFromXY(xy[i], xy[i + 1]);
+        if (z < -9990) {
+            std::fprintf(stderr, "error: no mesh under %.3f %.3f\n", xy[i], xy[i + 1]);
+            return false;
+        }
+        const bool last = i + 2 == xy.size();
+        result = DigitiseClick(last ? 2 : 1, xy[i] - OC(0), xy[i + 1] - OC(1), z - OC(2));
+    }
+    return true;
+}
+
 QSet<QString> filesIn(const QString& folder) {
     const QStringList names = QDir(folder).entryList(QDir::Files);
     return QSet<QString>(names.begin(), names.end());
@@ -146,30 +166,13 @@ int CliDigitise(const std::vector<std::string>& args) {
 
     PrepareCliSession();
     OpenedModel opened;
-    if (!OpenModelForCli(words[0], opened)) return CLI_FAILED;
-    const std::string modelPath = QFileInfo(QString::fromStdString(words[0])).absoluteFilePath().toStdString();
-    modelSession().GlobalModelFileName = modelPath;
-    modelSession().PRJ = opened.prjPath;
-    if (!SetModelFolders(modelPath)) {
-        std::fprintf(stderr, "error: cannot make %s\n", panelStore().PANELSFOLDER.toUtf8().constData());
-        return CLI_FAILED;
-    }
+    if (!OpenModelWithFoldersForCli(words[0], opened)) return CLI_FAILED;
     DigitiseDialogService dialogs(out);
     installDialogService(&dialogs);
     const QSet<QString> panelsBefore = filesIn(panelStore().PANELSFOLDER);
 
-    DigitizeBtnClick();
-    kind->arm();
     DigitiseResult result;
-    for (std::size_t i = 0; i < numbers; i += 2) {
-        const double z = GetZFromXY(xy[i], xy[i + 1]);
-        if (z < -9990) {
-            std::fprintf(stderr, "error: no mesh under %.3f %.3f\n", xy[i], xy[i + 1]);
-            return CLI_FAILED;
-        }
-        const bool last = i + 2 == numbers;
-        result = DigitiseClick(last ? 2 : 1, xy[i] - OC(0), xy[i + 1] - OC(1), z - OC(2));
-    }
+    if (!clickOutline(kind->arm, xy, result)) return CLI_FAILED;
     switch (result.outcome) {
     case DigitiseOutcome::AreaMeasured: std::printf("area %.1f\n", result.area); return CLI_OK;
     case DigitiseOutcome::Saved: {
@@ -187,6 +190,82 @@ int CliDigitise(const std::vector<std::string>& args) {
     case DigitiseOutcome::TooFewPoints: std::fprintf(stderr, "At least 3 point needed\n"); return CLI_FAILED;
     default: std::fprintf(stderr, "error: the outline was not saved\n"); return CLI_FAILED;
     }
+}
+
+// The roof's two questions at a command line: an uneven outline is forced
+// flat with --flat (else the capture ends), a tiled roof's slope comes from
+// --slope (else the fitted plane stands).
+class RoofDialogService : public DigitiseDialogService {
+public:
+    RoofDialogService(bool flat, QString slope) : DigitiseDialogService({}), flat_(flat), slope_(std::move(slope)) {}
+    int ask(const QString& text, const QString& title, const QStringList&, int) override {
+        std::fprintf(stderr, "%s %s\n", title.toUtf8().constData(), text.toUtf8().constData());
+        return flat_ ? 1 : 3;  // Yes, or Cancel
+    }
+    bool inputQuery(const QString& caption, const QString& prompt, QString& value) override {
+        std::fprintf(stderr, "%s: %s\n", caption.toUtf8().constData(), prompt.toUtf8().constData());
+        if (slope_.isEmpty()) return false;
+        value = slope_;
+        return true;
+    }
+
+private:
+    bool flat_;
+    QString slope_;
+};
+
+int CliRoof(const std::vector<std::string>& args) {
+    std::vector<std::string> words;
+    bool flat = false;
+    QString slope;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == "--flat") {
+            flat = true;
+        } else if (args[i] == "--slope" && i + 1 < args.size()) {
+            double degrees = 0;
+            if (!ParseCliNumber(args[++i], degrees) || degrees <= 0 || degrees >= 90)
+                return CliUsageError("--slope needs degrees between 0 and 90", kRoofUsage);
+            slope = QString::fromStdString(args[i]);
+        } else if (args[i].rfind("--", 0) == 0) {
+            return CliUsageError("unknown or incomplete option: " + args[i], kRoofUsage);
+        } else {
+            words.push_back(args[i]);
+        }
+    }
+    const std::size_t numbers = words.empty() ? 0 : words.size() - 1;
+    if (numbers < 8 || numbers % 2 != 0)
+        return CliUsageError("a roof takes a model and four X Y points at least", kRoofUsage);
+    if (numbers > 2 * MAX_PLANE_POINTS)
+        return CliUsageError("a roof takes at most " + std::to_string(MAX_PLANE_POINTS) + " points", kRoofUsage);
+    std::vector<double> xy(numbers);
+    int error = 0;
+    if (!parsePoints(words, 1, numbers, xy.data(), kRoofUsage, error)) return error;
+
+    PrepareCliSession();
+    OpenedModel opened;
+    if (!OpenModelWithFoldersForCli(words[0], opened)) return CLI_FAILED;
+    RoofDialogService dialogs(flat, slope);
+    installDialogService(&dialogs);
+    resetLastRoofCapture();
+    DigitiseResult result;
+    if (!clickOutline(Roofs1Click, xy, result)) return CLI_FAILED;
+    const RoofPlaneCapture& capture = LastRoofCapture();
+    if (capture.fileName.isEmpty() || !QFileInfo::exists(capture.fileName)) {
+        std::fprintf(stderr, "error: no roof plane was made\n");
+        return CLI_FAILED;
+    }
+    const RoofPlaneFigures figures = RoofCaptureFigures(capture);
+    std::printf("normal %.4f %.4f %.4f\ntilt %.2f\nazimuth %.2f\narea %.2f\nplan-area %.2f\ncoplanarity %.3f\n",
+                figures.normal[0], figures.normal[1], figures.normal[2], figures.tilt, figures.azimuth, figures.area,
+                figures.planArea, capture.plane.coplanarity);
+    if (result.outcome == DigitiseOutcome::Saved) {
+        const QFileInfo file(result.file);
+        const QString shape = file.dir().filePath(file.completeBaseName() + ".SHP");
+        std::printf("outline %s\n", result.file.toUtf8().constData());
+        if (QFileInfo::exists(shape)) std::printf("shape %s\n", shape.toUtf8().constData());
+    }
+    std::printf("roof %s\n", capture.fileName.toUtf8().constData());
+    return CLI_OK;
 }
 
 // Fonts need a GUI application; without a display it draws offscreen.
@@ -301,6 +380,7 @@ int CliMeasurements(const std::vector<std::string>& args) {
 
 ZV_CLI_COMMAND("measure", "MODEL X1 Y1 Z1 X2 Y2 Z2", CliMeasure);
 ZV_CLI_COMMAND("digitise", "MODEL line|polygon|roof|area|block|circle X1 Y1 X2 Y2 ... [--out FILE]", CliDigitise);
+ZV_CLI_COMMAND("roof", "MODEL X1 Y1 X2 Y2 X3 Y3 X4 Y4 ... [--flat] [--slope DEG]", CliRoof);
 ZV_CLI_COMMAND("billboard", "MODEL X Y Z TEXT --out FILE.BLB [--icon NAME] [--static] [--colour 0xBBGGRR]",
                CliBillboard);
 ZV_CLI_COMMAND("measurements", "FILE", CliMeasurements);

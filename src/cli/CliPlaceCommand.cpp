@@ -140,7 +140,7 @@ int CliPlace(const std::vector<std::string>& args) {
     if (const int bad = parseOptions(args, o)) return bad;
     PrepareCliSession();
     OpenedModel opened;
-    if (!OpenModelForCli(o.model, opened)) return CLI_FAILED;
+    if (!OpenModelWithFoldersForCli(o.model, opened)) return CLI_FAILED;
     runLog().fp_prt = stderr;
     PlaceDialogService dialogs(o.fixButton);
     installDialogService(&dialogs);
@@ -151,15 +151,8 @@ int CliPlace(const std::vector<std::string>& args) {
         }
     } restore;
 
-    const QFileInfo model(QString::fromStdString(o.model));
-    if (!SetModelFolders(model.absoluteFilePath().toStdString())) {
-        std::fprintf(stderr, "error: cannot make %s\n", panelStore().PANELSFOLDER.toUtf8().constData());
-        return CLI_FAILED;
-    }
     // Panels already in the folder keep their numbers; the new ones follow them.
-    const QDir panels(panelStore().PANELSFOLDER);
-    for (const QString& name : panels.entryList({QStringLiteral("*.dae")}, QDir::Files, QDir::Name))
-        GetPanelsFromDae(panels.absoluteFilePath(name));
+    for (const QString& file : PanelFilesOfModel()) ReadPanelsOfModelFile(file);
     AddPanelsT();
 
     PANEL probe{};

@@ -118,37 +118,6 @@ private:
     int shownLength_ = 0;
 };
 
-bool isDae(const QFileInfo& file) { return file.suffix().compare(QLatin1String("dae"), Qt::CaseInsensitive) == 0; }
-
-// The panels of the model's PANELS folder. A file with one panel is that
-// panel's own file, wherever its record says it once lay.
-void readPanelsFolder() {
-    PanelStore& store = panelStore();
-    const QDir panels(store.PANELSFOLDER);
-    for (const QFileInfo& file : panels.entryInfoList(QDir::Files, QDir::Name)) {
-        if (!isDae(file)) continue;
-        const int first = store.NumPanelsCreatedT;
-        if (GetPanelsFromDae(file.absoluteFilePath()) == 1)
-            SetPanelText(store.panelsT[static_cast<std::size_t>(first)].Filename, file.absoluteFilePath());
-    }
-}
-
-// The panels of one panels file; each is written to its own file in the
-// model's PANELS folder, never beside the panels file.
-void readPanelsFile(const QString& path) {
-    PanelStore& store = panelStore();
-    const int first = store.NumPanelsCreatedT;
-    GetPanelsFromDae(path);
-    const QString source = QFileInfo(path).fileName();
-    for (int i = first; i < store.NumPanelsCreatedT; ++i) {
-        PANEL& p = store.panelsT[static_cast<std::size_t>(i)];
-        QString leaf = PanelText(p.Filename);
-        leaf = leaf.mid(std::max(leaf.lastIndexOf('/'), leaf.lastIndexOf('\\')) + 1);
-        SetPanelText(p.Filename, leaf.isEmpty() || leaf == source ? PanelFileNameFromName(PanelText(p.Name))
-                                                                   : store.PANELSFOLDER + leaf);
-    }
-}
-
 void printIfExists(const char* kind, const std::string& path) {
     if (!path.empty() && QFileInfo::exists(QString::fromStdString(path))) std::printf("%s %s\n", kind, path.c_str());
 }
@@ -185,7 +154,7 @@ int CliReport(const std::vector<std::string>& args) {
     reportRun().ENERGYLOSSPERCENT = lossRead ? settingsLoss : 10;
 
     OpenedModel opened;
-    if (!OpenModelForCli(o.model, opened)) return CLI_FAILED;
+    if (!OpenModelWithFoldersForCli(o.model, opened)) return CLI_FAILED;
     if (gui) {
         render::attachOffscreenRenderer();
         At3d_WriteFlag(LIBFLAG_USE_TEXTURES, 1);  // the picture as the viewer shows it
@@ -202,22 +171,18 @@ int CliReport(const std::vector<std::string>& args) {
     } restore;
 
     const QFileInfo model(QString::fromStdString(o.model));
-    if (!SetModelFolders(model.absoluteFilePath().toStdString())) {
-        std::fprintf(stderr, "error: cannot make %s\n", panelStore().PANELSFOLDER.toUtf8().constData());
-        return CLI_FAILED;
-    }
     if (!OpenSolarRunLog(model.absoluteFilePath().toStdString(), static_cast<int>(getpid()))) {
         std::fprintf(stderr, "error: cannot write the run log %s\n", sunGlobalLog().SunGlobalLogfileName.c_str());
         return CLI_FAILED;
     }
     if (o.panelsFile.empty()) {
-        readPanelsFolder();
+        for (const QString& file : PanelFilesOfModel()) ReadPanelsOfModelFile(file);
     } else {
         if (!QFileInfo::exists(QString::fromStdString(o.panelsFile))) {
             std::fprintf(stderr, "error: no such file %s\n", o.panelsFile.c_str());
             return CLI_FAILED;
         }
-        readPanelsFile(QString::fromStdString(o.panelsFile));
+        ReadPanelsOfModelFile(QString::fromStdString(o.panelsFile));
     }
     AddPanelsT();
     // The panels stand in the scene as in the viewer: they shade each other

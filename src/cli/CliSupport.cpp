@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "CliCommands.h"
+#include "app/model/ModelSession.h"
 #include "app/services/DialogService.h"
 #include "app/services/OrvoIni.h"
 #include "app/services/RunLog.h"
@@ -14,6 +15,7 @@
 #include "app/session/UserFolders.h"
 #include "measure/PanelLabels.h"
 #include "scene/engine_interface.h"
+#include "solar/design/PanelStore.h"
 
 namespace {
 
@@ -79,4 +81,14 @@ bool OpenModelForCli(const std::string& path, OpenedModel& opened) {
         return false;
     }
     return true;
+}
+
+bool OpenModelWithFoldersForCli(const std::string& path, OpenedModel& opened) {
+    if (!OpenModelForCli(path, opened)) return false;
+    const std::string model = std::filesystem::absolute(path).lexically_normal().string();
+    modelSession().GlobalModelFileName = model;
+    modelSession().PRJ = opened.prjPath;
+    if (SetModelFolders(model)) return true;
+    std::fprintf(stderr, "error: cannot make %s\n", panelStore().PANELSFOLDER.toUtf8().constData());
+    return false;
 }

@@ -22,3 +22,8 @@ void PrepareCliSession();
 // Starts the engine (log lines to stderr) and opens the model; on failure
 // prints why and returns false.
 bool OpenModelForCli(const std::string& path, OpenedModel& opened);
+
+// OpenModelForCli, then the model as the window holds it once open: its
+// file name, its ".prj" and its folders ("Measurements/", "Screenshots/",
+// "PANELS/" with "SHADING/"). On failure prints why and returns false.
+bool OpenModelWithFoldersForCli(const std::string& path, OpenedModel& opened);

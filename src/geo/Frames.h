@@ -9,6 +9,10 @@ struct FrameState {
     double OCENTER[3] = {0, 0, 0};
     double OCENTERLat = 0;
     double OCENTERLon = 0;
+    // Where the model really lies: the geographic position of OCENTER + Offset.
+    // The site of its climate and of its reports.
+    double MapCenterLat = 0;
+    double MapCenterLon = 0;
     double LOCALCENTER[3] = {0, 0, 0};
     double OriginalModelMinMax[6] = {0, 0, 0, 0, 0, 0};
     double BeforeRotateCenter[3] = {0, 0, 0};

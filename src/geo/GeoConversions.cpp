@@ -42,5 +42,7 @@ bool LoadGlobalCS(const std::string& prjPath) {
 void SetGeographicCentre() {
     FrameState& frame = frameState();
     GPSEastNorth2LatLon(frame.OCENTER[0], frame.OCENTER[1], frame.OCENTERLat, frame.OCENTERLon);
+    GPSEastNorth2LatLon(frame.OCENTER[0] + frame.Offset[0], frame.OCENTER[1] + frame.Offset[1], frame.MapCenterLat,
+                        frame.MapCenterLon);
     geoState().CenterPwgs = TGIS_Point{frame.OCENTERLon, frame.OCENTERLat};
 }

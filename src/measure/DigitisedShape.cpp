@@ -76,7 +76,6 @@ bool writeOutline(GDALDataset* dataset, const TGIS_Point3D* P, int NP, int TC, b
 bool RoofCaptureActive() { return std::trunc(10.1 * panelFormState().BlockDepth) == 1; }
 
 bool CreateSHPfileFromPoints(const TGIS_Point3D* P, int NP, int TC, const QString& SHP, bool ISPOLYGON) {
-    if (RoofCaptureActive() && ISPOLYGON) return NP >= 4 ? roofPath(P, NP) : panelPath(P, NP);
     const int minimum = ISPOLYGON ? 3 : 2;
     if (NP < minimum) {
         PrintRunLog("CreateSHPfileFromPoints: %d points are too few for %s\n", NP, QFile::encodeName(SHP).constData());
@@ -84,8 +83,10 @@ bool CreateSHPfileFromPoints(const TGIS_Point3D* P, int NP, int TC, const QStrin
     }
     // TODO(#15): a facade line goes to the facade's own files.
     // TODO(#16): a flythrough line becomes the way point shape file.
+    // The outline is kept as a shape in every case, a roof capture's too.
     const bool written =
         WriteShapeFileStaged(SHP, [&](GDALDataset* dataset) { return writeOutline(dataset, P, NP, TC, ISPOLYGON); });
     if (!written) PrintRunLog("CreateSHPfileFromPoints: can not write %s\n", QFile::encodeName(SHP).constData());
+    if (RoofCaptureActive() && ISPOLYGON) return NP >= 4 ? roofPath(P, NP) : panelPath(P, NP);
     return written;
 }

@@ -12,10 +12,10 @@ constexpr double NO_HEIGHT_LIMIT = 99999;
 inline constexpr const char* MAX_ALLOWED_Z_FIELD = "MaxAllowed";
 
 // P holds NP vertices in the map frame, TC the outline's toolkit colour.
-// During a roof capture four points or more make a roof polygon, fewer a
-// panel placement. Otherwise the points are written to SHP as a polygon
-// (ISPOLYGON) or a line with the fields "Color" and "MaxAllowedZ" and the
-// model's coordinate system. False when nothing was made.
+// The points are written to SHP as a polygon (ISPOLYGON) or a line with the
+// fields "Color" and "MaxAllowedZ" and the model's coordinate system. During
+// a roof capture four points or more then make a roof polygon, fewer a panel
+// placement. False when nothing was made.
 bool CreateSHPfileFromPoints(const TGIS_Point3D* P, int NP, int TC, const QString& SHP, bool ISPOLYGON);
 
 // The roof capture is on: "Roofs" set the block depth to 0.1 m.

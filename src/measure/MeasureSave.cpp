@@ -22,6 +22,10 @@
 #include "geo/Units.h"
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
+#include "app/services/DialogService.h"
+#include "solar/analysis/ShadowAnalysis.h"
+#include "solar/design/PanelEditing.h"
+#include "solar/design/PanelFormLogic.h"
 #include "solar/design/PanelPicking.h"
 #include "solar/design/PlacementSnap.h"
 
@@ -31,12 +35,58 @@ constexpr float LINE_WIDTHS[3] = {2, 4, 8};
 constexpr double LABEL_PIVOT = 1.5;
 constexpr double INDOOR_LABEL_PIVOT = 0.2;
 
-// A line that starts on a panel proposes the move onto the panel or point at its other end.
-void snapPanels(MeasureDialogValues& values) {
+// A line that starts on a panel or a roof polygon offers the panel buttons,
+// and the move that snaps the panel onto the panel or point at its other end.
+void preparePanelButtons(MeasureDialogValues& values) {
     const DispatchState& d = dispatchState();
-    if (GetPanelIndexFromCoordinates(d.GlobalX1, d.GlobalY1, d.GlobalZ1) < 0) return;
-    SnapTile({d.GlobalX1, d.GlobalY1, d.GlobalZ1, 0}, {d.GlobalX2, d.GlobalY2, d.GlobalZ2, 0});
-    values.caption = placementSnapState().GlobalSnappedTCaption;
+    const TGIS_Point3D start{d.GlobalX1, d.GlobalY1, d.GlobalZ1, 0}, end{d.GlobalX2, d.GlobalY2, d.GlobalZ2, 0};
+    const PanelDialogKind kind = PreparePanelDialog(d.GlobalLayerName, start, end);
+    PanelEditState& edit = panelEditState();
+    edit.GlobalMovePanels_PXX = {0, 0, -9999, 0};
+    QString snap;
+    if (kind == ON_PANEL || GetPanelIndexFromCoordinates(start.X, start.Y, start.Z) >= 0) {
+        edit.GlobalMovePanels_PXX = SnapTile(start, end);
+        snap = placementSnapState().GlobalSnappedTCaption;
+    }
+    values.panelKind = kind;
+    values.caption = kind == NO_PANEL ? snap : PanelDialogCaption(kind, d.GlobalLayerName) + snap;
+    const TGIS_Point3D& neighbour = edit.GlobalNeighbourPanelCenter;
+    values.duplicateVisible = neighbour.X != 0 || neighbour.Y != 0 || neighbour.Z != 0;
+}
+
+// The panel buttons' work once the dialog has closed; false for a measure's answer.
+bool doPanelAction(int Mok) {
+    PanelEditState& edit = panelEditState();
+    switch (Mok) {
+    case MOK_MOVE_PANEL:
+    case MOK_MOVE_GROUP:
+        edit.PanelOrGroup = Mok == MOK_MOVE_PANEL ? 1 : 2;
+        SSetTextAt3(3, QString("%1 panel(s) moved").arg(DoMovepanels()));
+        return true;
+    case MOK_DELETE_PANEL:
+    case MOK_DELETE_GROUP:
+        edit.PanelOrGroup = Mok == MOK_DELETE_PANEL ? 1 : 2;
+        At3d_MeasureList_Clear();
+        SSetTextAt3(3, QString("%1 panel(s) deleted").arg(DeletePanels()));
+        return true;
+    case MOK_LIFT_PANEL:
+    case MOK_LIFT_GROUP:
+        edit.PanelOrGroup = Mok == MOK_LIFT_PANEL ? 1 : 2;
+        if (Mok == MOK_LIFT_PANEL) {
+            At3d_MeasureList_Clear();
+            At3d_Measure_Billboard_Delete_All();
+            At3d_Sphere_Marker_Delete_All();
+        }
+        SSetTextAt3(3, QString::asprintf("Lifted %.2f m", LiftPanels()));
+        return true;
+    case MOK_SHOW_INFO:
+        edit.FromShowInfo = true;
+        dialogService().showMessage(edit.GlobalPanelInfo, "In ShowInfo");
+        return true;
+    case MOK_SHOW_SHADING: ShowPanelShadingBtnClick(edit.GlobalLayerName); return true;
+    case MOK_DUPLICATE: SSetTextAt3(3, QString("%1 panel(s) made").arg(DuplicateBtnClick().size())); return true;
+    default: return false;
+    }
 }
 
 void takeAsScale() {
@@ -91,7 +141,7 @@ void DoSaveMeasuring() {
     values.onGround = QString::asprintf("%.2f", m.Dist2D);
     values.elevation = QString::asprintf("%.2f", m.DDZ);
     values.show = m.SHOWBILLBOARD;
-    snapPanels(values);
+    preparePanelButtons(values);
 
     int Mok = 0;
     {
@@ -103,7 +153,13 @@ void DoSaveMeasuring() {
         endMeasuring();
         return;
     }
+    if (doPanelAction(Mok)) {
+        endMeasuring();
+        return;
+    }
     if (Mok != MOK_SAVE) {
+        // The dialog's Cancel also ends a roof capture left open.
+        panelFormState().BlockDepth = 0;
         SSetTextAt3(3, "Measure not kept");
         endMeasuring();
         return;

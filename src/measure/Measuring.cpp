@@ -122,6 +122,12 @@ void Get_Locations1() {
     RubberbandState& r = rubberbandState();
     float rgb[3];
     At3d_Get_Mesh_Location(1, &r.hitFlag1, r.xyzArray1, &r.screenX1, &r.screenY1, rgb);
+    // The layer the line starts on: a panel's offers the panel buttons.
+    int hit = 0;
+    double xyz[3];
+    char layer[AT3D_NAME_SIZE] = {};
+    At3d_Get_Mesh_Location_At_Point(r.screenX1, r.screenY1, &hit, xyz, layer, nullptr, rgb);
+    dispatchState().GlobalLayerName = hit == AT3D_HIT ? QString::fromUtf8(layer) : QString();
     ShowDeleteGroupInSolarMode();
 }
 

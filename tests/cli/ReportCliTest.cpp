@@ -23,6 +23,8 @@ class ReportCli : public ::testing::Test {
 protected:
     // A flat 20 m roof at z 5 with one panel placed on it, and two hours of climate.
     void SetUp() override {
+        // The report asks no geocoder: tests never reach the public one.
+        writeTextFile(dir.path("Orvo_/Orvo.ini"), "[Services]\nGeocoding =\n");
         writeTextFile(dir.path("roof.obj"), "v -10 -10 5\nv 10 -10 5\nv 10 10 5\nv -10 10 5\nf 1 2 3 4\n");
         writeTextFile(dir.path("climate.csv"),
                       "MM-DD,HH:MM,AvgBeamInclinedIrradiance,AvgDiffuseInclinedIrradiance,AvgReflectedIrradiance,"

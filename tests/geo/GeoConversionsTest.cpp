@@ -96,7 +96,7 @@ TEST_F(GeoConversions, TextsThatNameNoSystemLeaveTheModelWithoutOneAndOutputsZer
     EXPECT_EQ(EastNorth2String(178500, 663500), "0°00'00.0000\"N 0°00'00.0000\"E");
 }
 
-TEST_F(GeoConversions, ModelCentreOnTheGlobeHoldsNoOffset) {
+TEST_F(GeoConversions, ModelCentreOnTheGlobeHoldsNoOffsetButTheSiteDoes) {
     testsupport::ScratchDir dir;
     testsupport::writeTextFile(dir.path("m.prj"), kEsriIsraelTm);
     ASSERT_TRUE(LoadGlobalCS(dir.path("m.prj")));
@@ -111,6 +111,9 @@ TEST_F(GeoConversions, ModelCentreOnTheGlobeHoldsNoOffset) {
     EXPECT_NEAR(f.OCENTERLon, 34.770714629, 2e-9);
     EXPECT_EQ(geoState().CenterPwgs.X, f.OCENTERLon);
     EXPECT_EQ(geoState().CenterPwgs.Y, f.OCENTERLat);
+    // The model really lies at (179500, 665500): its climate and reports are for there (cs2cs).
+    EXPECT_NEAR(f.MapCenterLat, 32.082093215, 2e-9);
+    EXPECT_NEAR(f.MapCenterLon, 34.781221285, 2e-9);
 }
 
 // 32.064021933° = 32° 3' 50.4789588"; 34.770714629° = 34° 46' 14.5726644".

@@ -42,6 +42,7 @@
 #include "measure/MeasureState.h"
 #include "scene/EngineSession.h"
 #include "scene/engine/CameraMath.h"
+#include "scene/engine_interface.h"
 #include "scene/engine/EngineState.h"
 #include "scene/render/ViewPanelGL.h"
 #include "solar/design/PanelFormLogic.h"
@@ -179,6 +180,21 @@ protected:
         int x = -1, y = -1;
         EXPECT_TRUE(engine::projectToPixel(engine::engineState(), local, x, y));
         return {x, y};
+    }
+    // The pixel of the view where a point of the map frame shows.
+    static QPoint pixelOfMap(const TGIS_Point3D& map) {
+        const double local[3] = {map.X - OC(0), map.Y - OC(1), map.Z - OC(2)};
+        int x = -1, y = -1;
+        EXPECT_TRUE(engine::projectToPixel(engine::engineState(), local, x, y));
+        return {x, y};
+    }
+    // The layer the view shows at a pixel.
+    static QString layerAt(QPoint at) {
+        int hit = 0;
+        double xyz[3];
+        char layer[AT3D_NAME_SIZE] = {};
+        At3d_Get_Mesh_Location_At_Point(at.x(), at.y(), &hit, xyz, layer, nullptr, nullptr);
+        return hit == AT3D_HIT ? QString(layer) : QString();
     }
     // The operator zooms in: the view looks at a point of the model file from distance metres.
     static void closeUp(double fileX, double fileY, double fileZ, double distance) {

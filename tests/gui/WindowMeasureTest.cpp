@@ -30,14 +30,6 @@ constexpr double GROUND_X = 15, GROUND_Y = -16;
 
 class WindowMeasure : public WindowFixture {
 protected:
-    // The layer the view shows at a pixel.
-    static QString layerAt(QPoint at) {
-        int hit = 0;
-        double xyz[3];
-        char layer[AT3D_NAME_SIZE] = {};
-        At3d_Get_Mesh_Location_At_Point(at.x(), at.y(), &hit, xyz, layer, nullptr, nullptr);
-        return hit == AT3D_HIT ? QString(layer) : QString();
-    }
     static MEASURE_DATA item(int index) {
         MEASURE_DATA m{};
         Get_MeasureList_Item(index, &m);

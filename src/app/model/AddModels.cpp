@@ -108,7 +108,7 @@ void addModels(const QStringList& files, std::chrono::milliseconds settle) {
             continue;
         bool ownFile = false;
         if (type == AT3D_READ_DAE) {
-            ownFile = GetPanelsFromDae(QString::fromStdString(path)) > 0;
+            ownFile = ReadPanelsOfModelFile(QString::fromStdString(path)) > 0;
             AddPanelsT();
         }
         GetTotalVertices(NL, NF);

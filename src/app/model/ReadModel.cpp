@@ -306,7 +306,7 @@ void Read_3D_File() {
     GetTotalVertices(NL, NF);
     engineSession().fileLoaded = At3d_Read(type, path.c_str(), 1);
     if (engineSession().fileLoaded && model.kind.IsDAE) {
-        GetPanelsFromDae(QString::fromStdString(path));
+        ReadPanelsOfModelFile(QString::fromStdString(path));
         AddPanelsT();
     }
     const int NV = GetTotalVertices(NL, NF);

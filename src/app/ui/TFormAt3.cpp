@@ -17,22 +17,21 @@
 #include <QVBoxLayout>
 #include <cstdio>
 #include <cstdlib>
-#include <tuple>
 
 #include "FormActions.h"
 #include "FormInput.h"
 #include "MeasureControls.h"
+#include "SolarControls.h"
+#include "SolarHooks.h"
 #include "ManageLayersForm.h"
 #include "ViewPanel.h"
 #include "app/dispatch/DigitiseMenu.h"
 #include "app/session/DispatchState.h"
 #include "app/model/CameraTools.h"
-#include "app/model/DefineCustomer.h"
 #include "app/model/RenderModeMenu.h"
 #include "app/model/AddModels.h"
 #include "app/model/ModelSession.h"
 #include "app/model/ReadModel.h"
-#include "app/model/ReportSiteOfSession.h"
 #include "app/model/SceneLayers.h"
 #include "app/model/Viewport.h"
 #include "app/services/OrvoDialogs.h"
@@ -48,7 +47,6 @@
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
 #include "scene/render/ViewCapture.h"
-#include "solar/analysis/ReportRun.h"
 
 namespace {
 
@@ -127,6 +125,8 @@ TFormAt3::~TFormAt3() {
 bool TFormAt3::FormCreate(const std::string& executablePath) {
     LabelForHelp->setGeometry(0, 2, HELP_LABEL_WIDTH, LabelForHelp->sizeHint().height());
     mainFormState().OriginalLabelForHelpColor = ToolkitFromQColor(LabelForHelp->palette().color(QPalette::Window));
+    // The planner's forms open over this window, whoever made it.
+    InstallSolarHooks(this);
     if (!FormCreateSession(executablePath, openGlRendererName())) return false;
     ReadModelBtnClick();
     return true;
@@ -202,17 +202,7 @@ void TFormAt3::createMenus() {
     digitize->addSeparator();
     AddMenuItem(this, digitize, "Abortpopup", "Abort", AbortpopupClick);
 
-    QMenu* solar = menuBar()->addMenu("Solar panels");
-    QMenu* report = solar->addMenu("Detailed  report");
-    // Center alone or with the four corners; a modern optimizer (1) or a string inverter (0).
-    for (const auto& [name, caption, onlyCenter, optimizer] :
-         {std::tuple{"N5pointsOptimizer1", "5 points +Optimizer", false, 1},
-          std::tuple{"CenterOptimizer1", "Center + Optimizer", true, 1},
-          std::tuple{"N5points1", "5 points + String Inverter", false, 0},
-          std::tuple{"CenterStringInverter1", "Center + String Inverter", true, 0}})
-        AddMenuItem(this, report, name, caption,
-                [onlyCenter, optimizer] { DoReport(CurrentReportSite(), onlyCenter, optimizer); });
-    AddMenuItem(this, solar, "DefineCustomer1", "Define Customer", DefineCustomer1Click);
+    CreateSolarMenu(this, menuBar());
 }
 
 void TFormAt3::createToolButtons() {

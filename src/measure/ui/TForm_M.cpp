@@ -3,6 +3,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -13,9 +14,37 @@
 
 #include "ColorButton.h"
 
+namespace {
+
+struct PanelButton {
+    const char* name;
+    const char* caption;
+    int result;
+    bool onRoofPolygon;  // offered for a roof polygon too
+};
+
+// The captions are the form's as they stand.
+constexpr PanelButton PANEL_BUTTONS[] = {
+    {"MovepanelBtn", "Move panel", MOK_MOVE_PANEL, false},
+    {"MovepanelgroupBtn", "Move palel group", MOK_MOVE_GROUP, false},
+    {"DeletePanelBtn", "Delete panel", MOK_DELETE_PANEL, true},
+    {"DeletePanelGroupBtn", "Delete palel group", MOK_DELETE_GROUP, false},
+    {"LiftPanelBtn", "Lift panel", MOK_LIFT_PANEL, false},
+    {"LiftPanelsBtn", "Lift palel group", MOK_LIFT_GROUP, false},
+    {"ShowInfoBtn", "Show info", MOK_SHOW_INFO, false},
+    {"ShowPanelShadingBtn", "Show shading", MOK_SHOW_SHADING, false},
+    {"DuplicateBtn", "Duplicate panel ", MOK_DUPLICATE, false},
+};
+
+}  // namespace
+
 TForm_M::TForm_M(QWidget* parent) : QDialog(parent) {
     setObjectName("Form_M");
-    auto* layout = new QVBoxLayout(this);
+    auto* outer = new QVBoxLayout(this);
+    measuring_ = new QWidget(this);
+    auto* layout = new QVBoxLayout(measuring_);
+    layout->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(measuring_);
     auto* form = new QFormLayout;
     NameEdit = new QLineEdit(this);
     NameEdit->setObjectName("NameEdit");
@@ -57,24 +86,56 @@ TForm_M::TForm_M(QWidget* parent) : QDialog(parent) {
     Elevation = figure(" Elevation difference");
     layout->addWidget(details);
 
+    panels_ = new QWidget(this);
+    auto* grid = new QGridLayout(panels_);
+    grid->setContentsMargins(0, 0, 0, 0);
+    int at = 0;
+    for (const PanelButton& b : PANEL_BUTTONS) {
+        auto* button = new QPushButton(b.caption, panels_);
+        button->setObjectName(b.name);
+        const int result = b.result;
+        connect(button, &QPushButton::clicked, this, [this, result] { done(result); });
+        grid->addWidget(button, at / 2, at % 2);
+        ++at;
+    }
+    outer->addWidget(panels_);
+
     auto* buttons = new QHBoxLayout;
-    auto* save = new QPushButton("Save", this);
-    auto* scale = new QPushButton("Scale", this);
+    save_ = new QPushButton("Save", this);
+    scale_ = new QPushButton("Scale", this);
     auto* cancel = new QPushButton("Cancel", this);
-    save->setObjectName("SaveBtn");
-    scale->setObjectName("ScaleBtn");
+    save_->setObjectName("SaveBtn");
+    scale_->setObjectName("ScaleBtn");
     cancel->setObjectName("CancelBtn");
-    save->setDefault(true);
     buttons->addStretch(1);
-    for (QPushButton* button : {save, scale, cancel}) buttons->addWidget(button);
-    layout->addLayout(buttons);
-    connect(save, &QPushButton::clicked, this, [this] { done(MOK_SAVE); });
-    connect(scale, &QPushButton::clicked, this, [this] { done(MOK_SCALE); });
+    for (QPushButton* button : {save_, scale_, cancel}) buttons->addWidget(button);
+    outer->addLayout(buttons);
+    connect(save_, &QPushButton::clicked, this, [this] { done(MOK_SAVE); });
+    connect(scale_, &QPushButton::clicked, this, [this] { done(MOK_SCALE); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
+void TForm_M::showKind(const MeasureDialogValues& values) {
+    const bool measuring = values.panelKind == 0;
+    measuring_->setVisible(measuring);
+    save_->setVisible(measuring);
+    scale_->setVisible(measuring);
+    save_->setDefault(measuring);
+    panels_->setVisible(!measuring);
+    for (const PanelButton& b : PANEL_BUTTONS) {
+        auto* button = panels_->findChild<QPushButton*>(b.name);
+        const bool offered = values.panelKind == 1 ? (b.result != MOK_DUPLICATE || values.duplicateVisible)
+                                                   : b.onRoofPolygon;
+        button->setVisible(offered);
+    }
+}
+
 int TForm_M::run(MeasureDialogValues& values) {
-    setWindowTitle(values.caption.isEmpty() ? QString("Measure") : "Measure " + values.caption);
+    if (values.panelKind == 0)
+        setWindowTitle(values.caption.isEmpty() ? QString("Measure") : "Measure " + values.caption);
+    else
+        setWindowTitle(values.caption);
+    showKind(values);
     NameEdit->setText(values.name);
     if (QAbstractButton* width = WidthRG->button(values.widthIndex)) width->setChecked(true);
     ColorBtn->setColor(values.color);

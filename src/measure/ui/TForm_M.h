@@ -1,6 +1,8 @@
 // The measure dialog: the name of the line, its width and colour, whether a
 // label shows its length, and the line's figures. "Save" keeps the line,
-// "Scale" takes it as the model's true length, "Cancel" drops it.
+// "Scale" takes it as the model's true length, "Cancel" drops it. A line
+// drawn from a panel shows the panel buttons instead; from a roof polygon
+// only its delete button.
 #pragma once
 
 #include <QDialog>
@@ -28,4 +30,11 @@ public:
     QLabel* ToTarget = nullptr;
     QLabel* OnGround = nullptr;
     QLabel* Elevation = nullptr;
+
+private:
+    void showKind(const MeasureDialogValues& values);
+    QWidget* measuring_ = nullptr;
+    QWidget* panels_ = nullptr;
+    QPushButton* save_ = nullptr;
+    QPushButton* scale_ = nullptr;
 };

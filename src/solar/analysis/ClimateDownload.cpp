@@ -36,8 +36,8 @@ std::string DownloadPVGISTdata(const std::string& modelFolder) {
 
     const std::string raw = sessionPaths().ORVO_T + "PVGIST_R.csv";
     At3d_StatusBar_Set_Text("Start downloading pvgist data");
-    const double latitude = frameState().OCENTERLat;
-    const double longitude = frameState().OCENTERLon;
+    const double latitude = frameState().MapCenterLat;
+    const double longitude = frameState().MapCenterLon;
     bool downloaded = DownloadPVGIS_WinInet(latitude, longitude, raw);
     if (!downloaded) downloaded = DownloadNASA_WinInet(latitude, longitude, raw);
 

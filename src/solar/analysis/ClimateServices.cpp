@@ -12,7 +12,11 @@ std::string NasaPowerServiceAddress() {
     return ORVOINI().readString(SECTION, "NASAPOWER", "https://power.larc.nasa.gov/");
 }
 
-std::string GeocodingServiceAddress() { return ORVOINI().readString(SECTION, "Geocoding", ""); }
+std::string GeocodingServiceAddress() {
+    return ORVOINI().readString(SECTION, "Geocoding", "https://nominatim.openstreetmap.org/");
+}
+
+std::string GeocodingServiceApi() { return ORVOINI().readString(SECTION, "GeocodingApi", "nominatim"); }
 
 std::string ServiceUrl(const std::string& base, const std::string& path) {
     std::string url = base;

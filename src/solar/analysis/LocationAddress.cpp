@@ -1,6 +1,10 @@
 #include "LocationAddress.h"
 
+#include <chrono>
 #include <cstdio>
+#include <map>
+#include <thread>
+#include <utility>
 
 #include "ClimateServices.h"
 #include "ClimateText.h"
@@ -13,12 +17,64 @@ constexpr std::size_t FIELD_OFFSET = 4;
 constexpr std::size_t FIELD_LENGTH = 55;
 constexpr long CONNECT_TIMEOUT_MS = 5000;
 constexpr long READ_TIMEOUT_MS = 10000;
+// Nominatim's terms: an agent that names the application, one request a second at most.
+constexpr const char* NOMINATIM_AGENT = "Zorvex64/0.1 (solar planner report address)";
+constexpr std::chrono::milliseconds NOMINATIM_INTERVAL{1000};
 
-std::string queryAddress(const std::string& base, double lat, double lon) {
+struct Address {
+    std::string text;
+    std::string country;
+};
+
+std::string clientQuery(const std::string& base, double lat, double lon) {
     const ClimateCLocale cNumbers;
     char query[128];
     std::snprintf(query, sizeof query, "?latitude=%.6f&longitude=%.6f", lat, lon);
     return ServiceUrl(base, "/data/reverse-geocode-client") + query;
+}
+
+std::string nominatimQuery(const std::string& base, double lat, double lon) {
+    const ClimateCLocale cNumbers;
+    char query[128];
+    std::snprintf(query, sizeof query, "?format=jsonv2&lat=%.6f&lon=%.6f&zoom=10&accept-language=en", lat, lon);
+    return ServiceUrl(base, "/reverse") + query;
+}
+
+std::string joined(const std::string& city, const std::string& region, const std::string& country) {
+    std::string address;
+    for (const std::string& part : {city, region, country})
+        if (!part.empty()) address += part + "\r, ";
+    return address;
+}
+
+Address fromClientAnswer(const std::string& body) {
+    std::string city = ExtractJsonField(body, "city");
+    const std::string region = ExtractJsonField(body, "principalSubdivision");
+    const std::string country = ExtractJsonField(body, "countryName");
+    if (city.empty()) city = ExtractJsonField(body, "locality");
+    return {joined(city, region, country), country};
+}
+
+Address fromNominatimAnswer(const std::string& body) {
+    std::string place;
+    for (const char* key : {"city", "town", "village", "municipality", "hamlet"})
+        if (place.empty()) place = JsonStringField(body, key);
+    const std::string country = JsonStringField(body, "country");
+    return {joined(place, JsonStringField(body, "state"), country), country};
+}
+
+// Nominatim is asked once a second at most, and each place once a run.
+HttpTextAnswer askNominatim(const std::string& url) {
+    static std::map<std::string, HttpTextAnswer> answered;
+    static std::chrono::steady_clock::time_point last{};
+    const auto known = answered.find(url);
+    if (known != answered.end()) return known->second;
+    const auto wait = last + NOMINATIM_INTERVAL - std::chrono::steady_clock::now();
+    if (wait.count() > 0) std::this_thread::sleep_for(wait);
+    HttpTextAnswer answer = HttpGetText({url, NOMINATIM_AGENT, CONNECT_TIMEOUT_MS, READ_TIMEOUT_MS});
+    last = std::chrono::steady_clock::now();
+    if (answer.answered && answer.status == 200) answered[url] = answer;
+    return answer;
 }
 
 }  // namespace
@@ -27,10 +83,12 @@ std::string GetLocationAddress(double lat, double lon, std::string& Country) {
     Country.clear();
     const std::string base = GeocodingServiceAddress();
     if (base.empty()) return "Unknown location";
+    const bool nominatim = GeocodingServiceApi() != "client";
 
-    const std::string url = queryAddress(base, lat, lon);
+    const std::string url = nominatim ? nominatimQuery(base, lat, lon) : clientQuery(base, lat, lon);
     PrintRunLog("Calling geocoding API: %s\n", url.c_str());
-    const HttpTextAnswer answer = HttpGetText({url, "SolarAnalysis/1.0", CONNECT_TIMEOUT_MS, READ_TIMEOUT_MS});
+    const HttpTextAnswer answer = nominatim ? askNominatim(url)
+                                            : HttpGetText({url, "SolarAnalysis/1.0", CONNECT_TIMEOUT_MS, READ_TIMEOUT_MS});
     if (!answer.answered || answer.status != 200) {
         const std::string reason = answer.answered ? "HTTP " + std::to_string(answer.status) : answer.error;
         PrintRunLog("Geocoding API error: %s\n", reason.c_str());
@@ -39,16 +97,10 @@ std::string GetLocationAddress(double lat, double lon, std::string& Country) {
     PrintRunLog("API response received: %d chars\n", static_cast<int>(answer.body.size()));
     PrintRunLog("Response:\n%s\n", answer.body.c_str());
 
-    std::string city = ExtractJsonField(answer.body, "city");
-    const std::string region = ExtractJsonField(answer.body, "principalSubdivision");
-    Country = ExtractJsonField(answer.body, "countryName");
-    if (city.empty()) city = ExtractJsonField(answer.body, "locality");
-
-    std::string address;
-    for (const std::string& part : {city, region, Country})
-        if (!part.empty()) address += part + "\r, ";
-    PrintRunLog("Parsed address: %s\n", address.c_str());
-    return address.empty() ? "Unknown location" : address;
+    const Address address = nominatim ? fromNominatimAnswer(answer.body) : fromClientAnswer(answer.body);
+    Country = address.country;
+    PrintRunLog("Parsed address: %s\n", address.text.c_str());
+    return address.text.empty() ? "Unknown location" : address.text;
 }
 
 std::string ExtractJsonField(const std::string& json, const std::string& key) {
@@ -58,4 +110,23 @@ std::string ExtractJsonField(const std::string& json, const std::string& key) {
     if (start >= json.size()) return "";
     const std::string field = json.substr(start, FIELD_LENGTH);
     return field.substr(0, field.find('"'));
+}
+
+std::string JsonStringField(const std::string& json, const std::string& key) {
+    const std::string quoted = "\"" + key + "\"";
+    for (std::size_t at = json.find(quoted); at != std::string::npos; at = json.find(quoted, at + 1)) {
+        std::size_t i = at + quoted.size();
+        while (i < json.size() && (json[i] == ' ' || json[i] == '\n' || json[i] == '\r' || json[i] == '\t')) ++i;
+        if (i >= json.size() || json[i] != ':') continue;
+        ++i;
+        while (i < json.size() && (json[i] == ' ' || json[i] == '\n' || json[i] == '\r' || json[i] == '\t')) ++i;
+        if (i >= json.size() || json[i] != '"') return "";
+        std::string value;
+        for (++i; i < json.size() && json[i] != '"'; ++i) {
+            if (json[i] == '\\' && i + 1 < json.size()) ++i;
+            value += json[i];
+        }
+        return value;
+    }
+    return "";
 }

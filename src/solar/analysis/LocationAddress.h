@@ -3,8 +3,9 @@
 
 #include <string>
 
-// Asks the service set under "Geocoding" for city, region and country; with
-// no service set, "Unknown location" without a call. Each part found is
+// Asks the service set under "Geocoding" (Nominatim by default, once a
+// second at most, each place once a run) for city, region and country; with
+// the key set empty, "Unknown location" without a call. Each part found is
 // followed by "\r, " (the line end of the list it was joined from stays in
 // the text), so "Haifa\r, Haifa District\r, Israel\r, ". Country gets the
 // country name or stays empty.
@@ -14,3 +15,8 @@ std::string GetLocationAddress(double lat, double lon, std::string& Country);
 // occurrence of key (a quote, a colon, a blank and a quote assumed between),
 // cut at the next double quote. Empty when the key is missing.
 std::string ExtractJsonField(const std::string& json, const std::string& key);
+
+// The string value of the first "key" : "value" pair, blanks allowed around
+// the colon and backslash escapes taken as the character after them; empty
+// when the key is missing or its value is no string.
+std::string JsonStringField(const std::string& json, const std::string& key);

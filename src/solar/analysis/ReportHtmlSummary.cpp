@@ -124,8 +124,8 @@ void WriteSystemSummary(std::FILE* file, const std::string& csvFilePath, const Q
     QString location = fullLocation;
     location.replace("?", "&deg;");
     location.replace(QChar(0x00B0), "&deg;");
-    const double lat = frameState().OCENTERLat;
-    const double lon = frameState().OCENTERLon;
+    const double lat = frameState().MapCenterLat;
+    const double lon = frameState().MapCenterLon;
     PutText(file, Formatted("<p class='location-info'><strong>Location:</strong> "
                             "<a href='https://www.google.com/maps?q=%.6f,%.6f' target='_blank' "
                             "title='Click to view location on Google Maps - Decimal coordinates: %.6f, %.6f'>",

@@ -49,8 +49,8 @@ QString ReportProjectName(const std::string& csvFilePath, const ReportSite& site
 }
 
 ReportLocation GetReportLocation() {
-    const double lat = frameState().OCENTERLat;
-    const double lon = frameState().OCENTERLon;
+    const double lat = frameState().MapCenterLat;
+    const double lon = frameState().MapCenterLon;
     std::string country;
     ReportLocation location;
     location.address = QString::fromStdString(GetLocationAddress(lat, lon, country));

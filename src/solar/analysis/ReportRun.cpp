@@ -10,6 +10,7 @@
 #include "ClimateIrradianceLookup.h"
 #include "MasterCsv.h"
 #include "ReportHtml.h"
+#include "ReportPictureView.h"
 #include "ReportRunPanel.h"
 #include "ReportRunState.h"
 #include "ReportScores.h"
@@ -112,7 +113,14 @@ std::string GenerateMultipleComprehensiveReportCSV(const ReportSite& site) {
     const int pointsPerPanel = run.OnlyCenter ? 1 : 5;
     run.Kamahandled = 0;
     run.Kamatohandle = panelCount * pointsPerPanel;
-    for (int i = 0; i < panelCount; ++i) AnalyzeReportPanel(i, site);
+    for (int i = 0; i < panelCount; ++i) {
+        // Every panel done keeps its files; the report of a part would mislead.
+        if (ReportCancelled()) {
+            PrintSunLog("Run cancelled after %d of %d panels\n", i, panelCount);
+            return "";
+        }
+        AnalyzeReportPanel(i, site);
+    }
     finishTotals(panelCount);
 
     const std::string csv = MasterCsvName();
@@ -125,8 +133,10 @@ std::string GenerateMultipleComprehensiveReportCSV(const ReportSite& site) {
 
     if (csv.empty()) return "";
     const std::string picture = ScenePictureName(csv);
+    const ReportCameraView operatorView = LookAtPanelsForPicture();
     At3d_Save_Thumbnail_Image(picture.c_str(), static_cast<int>(site.viewWidth * 1.0),
                               static_cast<int>(site.viewHeight * 1.0));
+    RestoreCameraView(operatorView);
     const std::string html = CreateQuickHTML(csv, site);
     QFile::remove(QString::fromStdString(picture));
     return html;
@@ -158,7 +168,7 @@ std::string DoReport(const ReportSite& site, bool onlyCenter, int optimizerType)
     const std::string html = GenerateMultipleComprehensiveReportCSV(site);
     ClearClimateInUse();
     if (html.empty()) {
-        MyShowMessage(QStringLiteral("Could not create\n"));
+        MyShowMessage(ReportCancelled() ? QStringLiteral("Report cancelled") : QStringLiteral("Could not create\n"));
         return "";
     }
     dialogService().openDocument(QString::fromStdString(html));

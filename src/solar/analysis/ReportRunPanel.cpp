@@ -21,8 +21,9 @@ void announcePanel(int index, const PANEL& panel) {
     run.GlobalProcessingPanelString =
         QStringLiteral("Processing panel ") + QString::number(index + 1) + " of " +
         QString::number(panelStore().NumPanelsCreated);
-    ReportStatusLine(run.GlobalProcessingPanelString);
+    // The panels done so far, for the progress bar the status line moves.
     run.GlobatPanelHandled = index;
+    ReportStatusLine(run.GlobalProcessingPanelString);
     ReportProcessMessages();
     PrintSunLog("\n--- Processing Panel %d: %s ---\n", index + 1, panel.Name);
 }

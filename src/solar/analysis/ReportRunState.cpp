@@ -44,3 +44,5 @@ void ReportStatusLine(const QString& text) {
 void ReportProcessMessages() {
     if (reportHooks().processMessages) reportHooks().processMessages();
 }
+
+bool ReportCancelled() { return reportHooks().cancelled && reportHooks().cancelled(); }

@@ -53,8 +53,11 @@ float ReportClock();
 struct ReportHooks {
     std::function<void(const QString&)> statusLine;
     std::function<void()> processMessages;
+    // Asked between panels: true stops the run there, before its report is written.
+    std::function<bool()> cancelled;
 };
 ReportHooks& reportHooks();
 void resetReportHooks();
 void ReportStatusLine(const QString& text);
 void ReportProcessMessages();
+bool ReportCancelled();

@@ -144,7 +144,7 @@ void WritePVGISSection(std::FILE* file) {
             "<h3>Data Processing Workflow</h3>\n<div class='code'>");
     PutText(file, QString::fromStdString(ServiceUrl(PvgisServiceAddress(), "/api/v5_3/seriescalc")).toHtmlEscaped() +
                       "?<br>\n");
-    PutFormat(file, "lat=%.6f&lon=%.6f<br>\n", frameState().OCENTERLat, frameState().OCENTERLon);
+    PutFormat(file, "lat=%.6f&lon=%.6f<br>\n", frameState().MapCenterLat, frameState().MapCenterLon);
     PutText(file,
             "&amp;outputformat=csv&amp;startyear=2018&amp;endyear=2023&amp;components=1<br>\n"
             "</div>\n"

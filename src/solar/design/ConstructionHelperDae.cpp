@@ -7,8 +7,12 @@
 #include <QStringList>
 #include <cmath>
 
+#include "ConstructionAdjust.h"
 #include "PanelDaeEpsg.h"
+#include "PlacementDae.h"
+#include "app/services/FileDialogs.h"
 #include "app/services/RunLog.h"
+#include "scene/FileNameCase.h"
 
 namespace {
 
@@ -174,4 +178,19 @@ QString JPGandCSV2DAE(const QString& JPG, const QString& CSV) {
     if (GetEPSGFromDAE(dae) != kHelperEpsg)
         PrintRunLog("JPGandCSV2DAE: EPSG %d not read back from %s\n", kHelperEpsg, dae.toUtf8().constData());
     return dae;
+}
+
+QString CreateautoDAEhelper1Click(const QString& folder) {
+    QString picture = folder;
+    if (!OrvoOpenFile(picture, "jpg", "Picture (*.JPG)|*.jpg", "Open the roof picture (input)", folder)) return {};
+    const QFileInfo info(picture);
+    const std::string table = FindFileNoCase((info.path() + "/" + info.completeBaseName() + ".csv").toStdString());
+    QString adjusted;
+    if (!table.empty()) {
+        adjusted = AdjustCSV(QString::fromStdString(table));
+        if (adjusted.isEmpty()) return {};
+    }
+    const QString model = JPGandCSV2DAE(picture, adjusted);
+    if (!model.isEmpty() && placementHooks().addModels) placementHooks().addModels({model});
+    return model;
 }

@@ -1,8 +1,12 @@
 #include "PanelDaeImport.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QVector>
+#include <algorithm>
 
 #include "PanelDaeText.h"
+#include "PanelNames.h"
 #include "PanelStore.h"
 #include "PanelText.h"
 
@@ -241,4 +245,34 @@ int GetPanelsFromDae(const QString& filename) {
     else
         readNodeByNode(lines, images, staging, filename);
     return staging.added();
+}
+
+int ReadPanelsOfModelFile(const QString& filename) {
+    PanelStore& store = panelStore();
+    const int first = store.NumPanelsCreatedT;
+    const int read = GetPanelsFromDae(filename);
+    const QFileInfo source(filename);
+    const bool ownFile =
+        read == 1 && QDir(source.absolutePath()) == QDir(store.PANELSFOLDER) && !store.PANELSFOLDER.isEmpty();
+    for (int i = first; i < store.NumPanelsCreatedT; ++i) {
+        PANEL& p = store.panelsT[static_cast<std::size_t>(i)];
+        if (ownFile) {
+            SetPanelText(p.Filename, source.absoluteFilePath());
+            continue;
+        }
+        QString leaf = PanelText(p.Filename);
+        leaf = leaf.mid(std::max(leaf.lastIndexOf('/'), leaf.lastIndexOf('\\')) + 1);
+        const bool usable = !leaf.isEmpty() && leaf.compare(source.fileName(), Qt::CaseInsensitive) != 0;
+        SetPanelText(p.Filename, usable ? store.PANELSFOLDER + leaf : PanelFileNameFromName(PanelText(p.Name)));
+    }
+    return read;
+}
+
+QStringList PanelFilesOfModel() {
+    QStringList files;
+    const QDir folder(panelStore().PANELSFOLDER);
+    if (panelStore().PANELSFOLDER.isEmpty()) return files;
+    for (const QFileInfo& file : folder.entryInfoList(QDir::Files, QDir::Name))
+        if (file.suffix().compare(QLatin1String("dae"), Qt::CaseInsensitive) == 0) files << file.absoluteFilePath();
+    return files;
 }

@@ -6,8 +6,7 @@
 #include "PanelText.h"
 #include "scene/engine_interface.h"
 
-// The engine's layers in order, at most the thousand the scene table holds.
-static QStringList SceneLayerNames() {
+QStringList SceneLayerNames() {
     QStringList names;
     char name[AT3D_NAME_SIZE] = {};
     for (void* layer = At3d_GetNextLayer(nullptr, name); layer && names.size() < 1000;

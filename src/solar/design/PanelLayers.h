@@ -4,9 +4,12 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "PanelStruct.h"
 
+// The engine's layers in order, at most the thousand the scene table holds.
+QStringList SceneLayerNames();
 // N/G of a panel layer; "UNKNOWN" for a layer that is no panel's, and ""
 // for one that starts with "P" but doesn't end in "_geometry".
 QString GetPanelNameFromLayer(const QString& Layer);

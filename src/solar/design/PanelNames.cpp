@@ -23,13 +23,17 @@ static int LeadingNumber(const char* name, std::size_t size) {
     return i == 0 ? -1 : value;
 }
 
-QString GetNewPanelname() {
+int HighestPanelNumber() {
     const PanelStore& store = panelStore();
     int maxNum = 0;
     for (int i = 0; i < store.NumPanelsCreated; ++i)
         maxNum = std::max(maxNum, LeadingNumber(store.panels[i].Name, sizeof store.panels[i].Name));
-    const int group = std::clamp(store.GlobalPanelGroup, 1, 990);
-    return QString::asprintf("%d/%d", maxNum + 1, group);
+    return maxNum;
+}
+
+QString GetNewPanelname() {
+    const int group = std::clamp(panelStore().GlobalPanelGroup, 1, 990);
+    return QString::asprintf("%d/%d", HighestPanelNumber() + 1, group);
 }
 
 QString GetGroup(const PANEL& panel) {

@@ -8,6 +8,8 @@
 
 // First live panel whose Name equals Name, ignoring case; -1 if none.
 int GetPanelIndexFromName(const QString& Name);
+// The highest N of the names "N/G" in the store; 0 when none.
+int HighestPanelNumber();
 // One above the highest N alive, with GlobalPanelGroup kept within 1..990.
 QString GetNewPanelname();
 // The text behind "/" in Name (at most 12 characters); "" without "/".

@@ -12,7 +12,7 @@
 #include "scene/FileNameCase.h"
 
 // The panel's file renamed to ".DA-", so a deleted panel can still be fetched back by hand.
-static void SoftDeleteFile(const QString& fileName) {
+void SoftDeleteFile(const QString& fileName) {
     if (fileName.isEmpty()) return;
     const std::string existing = FindFileNoCase(fileName.toStdString());
     if (existing.empty()) return;

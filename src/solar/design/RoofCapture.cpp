@@ -11,6 +11,15 @@
 #include "app/services/RunLog.h"
 #include "scene/engine_interface.h"
 
+namespace {
+
+RoofPlaneCapture& lastCapture() {
+    static RoofPlaneCapture capture;
+    return capture;
+}
+
+}  // namespace
+
 bool CreateRoofPlaneFromPoints(const TGIS_Point3D* P, int NP, int countOfReports, RoofPlaneCapture& capture) {
     PANEL& global = panelStore().GlobalPanel;
     global.Opacity = 20;
@@ -49,6 +58,30 @@ bool CreateRoofPlaneFromPoints(const TGIS_Point3D* P, int NP, int countOfReports
         store.PANELSFOLDER + QString::number(stamp) + kind + QString::number(++roofState().RoofPlaneCount) + ".DAE";
 
     capture.expanded = ExpandPolygon3D(capture.outline.data(), n, 3.0f, runLog().fp_prt);
-    return CreatePolygonDAE(capture.fileName, capture.expanded.data(), n, store.GlobalPanel.Opacity,
-                            store.GlobalPanel.Color1, store.GlobalPanel.DTilt, plane.Area);
+    if (!CreatePolygonDAE(capture.fileName, capture.expanded.data(), n, store.GlobalPanel.Opacity,
+                          store.GlobalPanel.Color1, store.GlobalPanel.DTilt, plane.Area))
+        return false;
+    lastCapture() = capture;
+    return true;
+}
+
+const RoofPlaneCapture& LastRoofCapture() { return lastCapture(); }
+
+void resetLastRoofCapture() { lastCapture() = RoofPlaneCapture{}; }
+
+RoofPlaneFigures RoofCaptureFigures(const RoofPlaneCapture& capture) {
+    RoofPlaneFigures figures;
+    const int n = static_cast<int>(capture.outline.size());
+    if (n < 3) return figures;
+    double* v = figures.normal;
+    Calculate3DPolygonNormal(capture.outline.data(), n, v[0], v[1], v[2]);
+    if (v[2] < 0)
+        for (int k = 0; k < 3; ++k) v[k] = -v[k];
+    constexpr double kDeg = 180.0 / M_PI;
+    figures.tilt = std::acos(std::clamp(v[2], -1.0, 1.0)) * kDeg;
+    // A roof that faces nowhere has no direction: 0 rather than noise.
+    if (std::hypot(v[0], v[1]) > 1e-9) figures.azimuth = std::fmod(std::atan2(v[0], v[1]) * kDeg + 360.0, 360.0);
+    figures.area = Calculate3DPolygonArea(capture.outline.data(), n);
+    figures.planArea = capture.plane.Area;
+    return figures;
 }

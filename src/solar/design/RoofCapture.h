@@ -20,3 +20,19 @@ struct RoofPlaneCapture {
 // named after the process id plus countOfReports. False when the fit gave
 // no plane or the file couldn't be written; the caller then loads nothing.
 bool CreateRoofPlaneFromPoints(const TGIS_Point3D* P, int NP, int countOfReports, RoofPlaneCapture& capture);
+
+// The last capture that wrote its file, for what reports on the roof.
+const RoofPlaneCapture& LastRoofCapture();
+void resetLastRoofCapture();
+
+// What a capture's plane is: its upward unit normal, its tilt from the
+// horizontal and the compass direction it faces (degrees; 0 for a flat
+// roof), its area on the slope and in plan (m2).
+struct RoofPlaneFigures {
+    double normal[3] = {0, 0, 1};
+    double tilt = 0;
+    double azimuth = 0;
+    double area = 0;
+    double planArea = 0;
+};
+RoofPlaneFigures RoofCaptureFigures(const RoofPlaneCapture& capture);

@@ -1,6 +1,8 @@
 // The Qt faces of the dialogs, on the offscreen platform.
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -81,10 +83,16 @@ TEST_F(QtDialogs, EnterInTheOneLineFormActsAsOk) {
     EXPECT_EQ(form.text(), "1 2");
 }
 
-TEST_F(QtDialogs, FiltersBecomeQtNameFiltersInBothCases) {
-    EXPECT_EQ(QtNameFilters("Polygon file (*.POL)|*.pol"), QStringList{"Polygon file (*.pol *.POL)"});
+TEST_F(QtDialogs, FiltersBecomeQtNameFiltersThatTakeEitherCase) {
+    EXPECT_EQ(QtNameFilters("Polygon file (*.POL)|*.pol"), QStringList{"Polygon file (*.[pP][oO][lL])"});
     EXPECT_EQ(QtNameFilters("Vector file(*.SHP;*.DXF)|*.SHP;*.dxf|All|*.*"),
-              (QStringList{"Vector file (*.SHP *.shp *.dxf *.DXF)", "All (*.*)"}));
+              (QStringList{"Vector file (*.[sS][hH][pP] *.[dD][xX][fF])", "All (*.*)"}));
+    // A panels model saved as "Panels_....dae" is offered by the filter "Panels_*.DAE".
+    const QStringList filter = QtNameFilters("Panels model file | Panels_*.DAE");
+    const QString pattern = filter[0].section('(', 1).chopped(1);
+    EXPECT_TRUE(QRegularExpression(QRegularExpression::wildcardToRegularExpression(pattern))
+                    .match("Panels_20261123_101010.dae")
+                    .hasMatch());
 }
 
 TEST_F(QtDialogs, TheGridShowsRowsBelowTheTitleAndEditsReachTheState) {

@@ -185,8 +185,8 @@ protected:
         resetFrameState();
         resetSessionPaths();
         resetOrvoIni();
-        frameState().OCENTERLat = 32.1;
-        frameState().OCENTERLon = 34.8;
+        frameState().MapCenterLat = 32.1;
+        frameState().MapCenterLon = 34.8;
         sessionPaths().ORVO_T = dir.path("tmp/");
         std::filesystem::create_directories(dir.path("tmp"));
         std::filesystem::create_directories(dir.path("model"));

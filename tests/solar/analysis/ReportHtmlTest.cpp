@@ -183,6 +183,7 @@ TEST_F(ReportHtml, ExecutiveSummaryFollowsTheSiteCountry) {
     });
     ASSERT_TRUE(server.start());
     ORVOINI().writeString("Services", "Geocoding", server.base());
+    ORVOINI().writeString("Services", "GeocodingApi", "client");
 
     country = "CYPRUS";
     std::string page = makePage(threePanels());

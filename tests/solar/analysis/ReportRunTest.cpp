@@ -75,6 +75,7 @@ protected:
         resetReportRun();
         resetPanelStore();
         resetOrvoIni();
+        ORVOINI().writeString("Services", "Geocoding", "");
         resetSunTable();
         resetSessionPaths();
         resetFrameState();
@@ -95,6 +96,7 @@ protected:
     }
     void TearDown() override {
         installDialogService(nullptr);
+        resetReportHooks();
         resetSunGlobalLog();
         resetGeoState();
     }
@@ -244,6 +246,29 @@ TEST_F(ReportRun, AnUnknownModuleIsLeftOutButCountsInTheAverages) {
     EXPECT_NE(log.find("=== MULTIPLE PANEL COMPREHENSIVE ANALYSIS LOG ===\n"), std::string::npos);
     EXPECT_NE(log.find("Total panels: 2\nAnalysis level: 2\n"), std::string::npos);
     EXPECT_NE(log.find("System score: 50/100 (D  NEEDS IMPROVEMENT)\n"), std::string::npos);
+}
+
+// Cancel pressed while the first panel is worked on: the run stops before
+// the second, keeps what the first wrote, and makes no report of a part.
+TEST_F(ReportRun, ACancelStopsBetweenPanelsAndKeepsTheFilesAlreadyWritten) {
+    dialogs.pushText("10");
+    addPanel(panelNamed("1/5", 0, 0, 5));
+    addPanel(panelNamed("2/5", 0, 3, 5));
+    addPanel(panelNamed("3/5", 0, 6, 5));
+    int asked = 0;
+    reportHooks().cancelled = [&asked] { return ++asked > 1; };
+    EXPECT_EQ(DoReport(site, true, 1), "");
+    EXPECT_EQ(messages(), QStringList{"Report cancelled"});
+    ASSERT_EQ(reportRun().g_combinedResults.size(), 1u);
+    EXPECT_STREQ(reportRun().g_combinedResults[0].panel.Name, "1/5");
+    EXPECT_TRUE(QFileInfo::exists(panelStore().PANELSFOLDER + "Panel-1_5.dae"));
+    EXPECT_TRUE(QFileInfo::exists(QString::fromStdString(SunTableFileName("1/5"))));
+    EXPECT_FALSE(QFileInfo::exists(panelStore().PANELSFOLDER + "Panel-2_5.dae"));
+    EXPECT_FALSE(QFileInfo::exists(QString::fromStdString(csvPath())));
+    EXPECT_NE(readTextFile(sunGlobalLog().SunGlobalLogfileName).find("Run cancelled after 1 of 3 panels\n"),
+              std::string::npos);
+    // The panels are all still there for the next run.
+    EXPECT_EQ(panelStore().NumPanelsCreated, 3);
 }
 
 TEST_F(ReportRun, WithoutARunLogNoFileIsNamedAndNothingIsWritten) {

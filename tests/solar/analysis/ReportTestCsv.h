@@ -57,6 +57,8 @@ inline std::string csvRow(const PanelRow& p) {
 // Settings, site and log as a fresh program has them; no geocoder set.
 inline void resetReportTestState() {
     resetOrvoIni();
+    // Tests never reach the public geocoder: a test that wants addresses serves them.
+    ORVOINI().writeString("Services", "Geocoding", "");
     resetReportRun();
     resetFrameState();
     resetSunGlobalLog();
@@ -71,8 +73,8 @@ protected:
         resetReportTestState();
         installDialogService(&dialogs);
         reportRun().REALFACTOR = 0.85f;
-        frameState().OCENTERLat = 32.5;
-        frameState().OCENTERLon = 34.9;
+        frameState().MapCenterLat = 32.5;
+        frameState().MapCenterLon = 34.9;
         site.modelFileName = dir.path("Roof.obj");
     }
     void TearDown() override { resetReportTestState(); }

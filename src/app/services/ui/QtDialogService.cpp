@@ -79,6 +79,7 @@ bool QtDialogService::chooseFile(const FileDialogRequest& request, QString& chos
                        : request.multiple ? QFileDialog::ExistingFiles
                                           : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.promptOverwrite);
+    dialog.setOption(QFileDialog::HideNameFilterDetails, true);
     if (!request.proposedName.isEmpty()) dialog.selectFile(request.proposedName);
 
     // A save dialog leaves the pointer where it was: the operator goes on

@@ -2,6 +2,23 @@
 
 #include <QRegularExpression>
 
+namespace {
+
+// Every letter of a pattern as a set of both its cases: "Panels_*.DAE"
+// finds "panels_1.dae" and "Panels_1.dae" alike.
+QString anyCase(const QString& pattern) {
+    QString out;
+    for (const QChar c : pattern) {
+        if (c.isLetter() && c.toLower() != c.toUpper())
+            out += QString("[") + c.toLower() + c.toUpper() + "]";
+        else
+            out += c;
+    }
+    return out;
+}
+
+}  // namespace
+
 QStringList QtNameFilters(const QString& filter) {
     const QStringList parts = filter.split('|');
     QStringList filters;
@@ -12,9 +29,8 @@ QStringList QtNameFilters(const QString& filter) {
         QStringList patterns;
         const QString given = at + 1 < parts.size() ? parts[at + 1] : QStringLiteral("*");
         for (const QString& raw : given.split(';', Qt::SkipEmptyParts)) {
-            const QString pattern = raw.trimmed();
-            for (const QString& form : {pattern, pattern.toLower(), pattern.toUpper()})
-                if (!form.isEmpty() && !patterns.contains(form)) patterns.append(form);
+            const QString pattern = anyCase(raw.trimmed());
+            if (!pattern.isEmpty() && !patterns.contains(pattern)) patterns.append(pattern);
         }
         if (patterns.isEmpty()) patterns.append(QStringLiteral("*"));
         filters.append(description + " (" + patterns.join(' ') + ")");
