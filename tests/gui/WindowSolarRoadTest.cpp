@@ -269,6 +269,20 @@ TEST_F(WindowSolarRoad, FromTheRoofClicksToTheReportInTheWindow) {
     EXPECT_NEAR(distance, 30, 1e-6);
     screenshot(surface, "road_after_report");
 
+    // The report left each panel's rays: "Show shading" on a panel draws them as lines.
+    const PANEL& shaded = panelStore().panels[0];
+    lineWithDialog(form, surface, pixelOfMap(onPanel(shaded, 0.5, 0.5)), pixelOfMap(onPanel(shaded, 0.6, 0.5)),
+                   [](TForm_M* dialog) { dialog->findChild<QPushButton*>("ShowPanelShadingBtn")->click(); });
+    settle(400);
+    QString rays;
+    char layerName[AT3D_NAME_SIZE] = {};
+    for (void* layer = At3d_GetNextLayer(nullptr, layerName); layer; layer = At3d_GetNextLayer(layer, layerName))
+        if (QString(layerName).contains("ShadingRays")) rays = layerName;
+    ASSERT_FALSE(rays.isEmpty());
+    EXPECT_EQ(At3d_FaceCount(rays.toUtf8().constData()), 0);
+    screenshot(surface, "road_shading_rays");
+    At3d_DeleteLayer(rays.toUtf8().constData());
+
     // 8. Solar panels -> Save panels, Delete all panels, Restore panels: the same panels again.
     chooseMenuItem(form, "Save3");
     const QStringList saved = QDir(QString::fromStdString(dir.path("site"))).entryList({"Panels_*.dae"});

@@ -81,8 +81,10 @@ void CreateSolarMenu(QWidget* form, QMenuBar* bar) {
         AddMenuItem(form, report, name, caption,
                     [form, onlyCenter, optimizer] { RunReportWithProgress(form, onlyCenter, optimizer); });
     AddMenuItem(form, solar, "DefineCustomer1", "Define Customer", DefineCustomer1Click);
-    AddMenuItem(form, solar, "DownloadPVGISTcsv1", "Download PVGIST csv",
-                [] { DownloadPVGISTdata(ModelFolder()); });
+    AddMenuItem(form, solar, "DownloadPVGISTcsv1", "Download PVGIST csv", [] {
+        const std::string climate = DownloadPVGISTdata(ModelFolder());
+        if (!climate.empty()) SSetTextAt3(3, "Climate year: " + QString::fromStdString(climate));
+    });
     solar->addSeparator();
     AddCheckMenuItem(form, solar, "ShowpanelsNamesMnu", "Show panels names", [] {
         const bool show = !panelEditState().labelsShown;

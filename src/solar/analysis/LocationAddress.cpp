@@ -103,6 +103,11 @@ std::string GetLocationAddress(double lat, double lon, std::string& Country) {
     return address.text.empty() ? "Unknown location" : address.text;
 }
 
+std::string GeocodingAttribution() {
+    if (GeocodingServiceAddress().empty() || GeocodingServiceApi() == "client") return "";
+    return "Address data \u00a9 OpenStreetMap contributors";
+}
+
 std::string ExtractJsonField(const std::string& json, const std::string& key) {
     const std::size_t found = json.find(key);
     if (found == std::string::npos) return "";

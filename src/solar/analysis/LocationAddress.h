@@ -11,6 +11,10 @@
 // country name or stays empty.
 std::string GetLocationAddress(double lat, double lon, std::string& Country);
 
+// The credit the service's terms ask for beside an address it gave:
+// "Address data © OpenStreetMap contributors" for Nominatim, "" otherwise.
+std::string GeocodingAttribution();
+
 // A plain search, no JSON parser: up to 55 characters from 4 past the first
 // occurrence of key (a quote, a colon, a blank and a quote assumed between),
 // cut at the next double quote. Empty when the key is missing.

@@ -154,12 +154,11 @@ std::string CreateQuickHTML(const std::string& csvFilePath, const ReportSite& si
     const std::string foundImage = FindFileNoCase(image);
     const std::string imageBase64 = ConvertImageToBase64(foundImage.empty() ? image : foundImage);
     const ReportLocation location = GetReportLocation();
-    const QString fullLocation = location.address + " " + location.latitude + " " + location.longitude;
     const PageFigures f = ComputeFigures(csv);
 
     WriteHead(file);
     WriteSystemSummary(file, csvFilePath, csv, f.totalPower, f.totalAnnual, f.shadedPercent, f.avgShadedHours,
-                       f.avgDirectSunHours, f.specificYield, fullLocation, site);
+                       f.avgDirectSunHours, f.specificYield, location, site);
     if (location.country.compare("Israel", Qt::CaseInsensitive) == 0)
         WriteHebrewExecutiveSummary(file, f.totalPower, f.panelCount, f.totalAnnual, f.specificYield,
                                     f.shadedPercent, f.avgShadedHours, f.avgDirectSunHours);

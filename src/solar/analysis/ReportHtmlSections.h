@@ -7,12 +7,13 @@
 #include <cstdio>
 #include <string>
 
+#include "ReportPageCommon.h"
 #include "ReportSite.h"
 
 void WriteHTMLStyles(std::FILE* file);
 void WriteSystemSummary(std::FILE* file, const std::string& csvFilePath, const QStringList& csv, double totalPower,
                         double totalAnnual, double shadedPercent, double avgShadedHours, double avgDirectSunHours,
-                        double specificYield, const QString& fullLocation, const ReportSite& site);
+                        double specificYield, const ReportLocation& location, const ReportSite& site);
 void WriteHebrewExecutiveSummary(std::FILE* file, double totalPower, int panelCount, double totalAnnual,
                                  double specificYield, double shadedPercent, double avgShadedHours,
                                  double avgDirectSunHours);

@@ -113,7 +113,7 @@ void WriteExecutiveSummary(std::FILE* file, const SummaryTexts& t, double totalP
 
 void WriteSystemSummary(std::FILE* file, const std::string& csvFilePath, const QStringList& csv, double totalPower,
                         double totalAnnual, double shadedPercent, double avgShadedHours, double avgDirectSunHours,
-                        double specificYield, const QString& fullLocation, const ReportSite& site) {
+                        double specificYield, const ReportLocation& where, const ReportSite& site) {
     const int panelCount = static_cast<int>(csv.size()) - 1;
     const QString name = site.customer.isEmpty() ? ReportProjectName(csvFilePath, site) : site.customer;
     PutText(file, "<div class='summary'>\n<h2>System Summary</h2>\n");
@@ -121,7 +121,7 @@ void WriteSystemSummary(std::FILE* file, const std::string& csvFilePath, const Q
                                             static_cast<double>(reportRun().REALFACTOR)) +
                       "</strong></p>\n");
 
-    QString location = fullLocation;
+    QString location = where.address + " " + where.latitude + " " + where.longitude;
     location.replace("?", "&deg;");
     location.replace(QChar(0x00B0), "&deg;");
     const double lat = frameState().MapCenterLat;
@@ -130,7 +130,9 @@ void WriteSystemSummary(std::FILE* file, const std::string& csvFilePath, const Q
                             "<a href='https://www.google.com/maps?q=%.6f,%.6f' target='_blank' "
                             "title='Click to view location on Google Maps - Decimal coordinates: %.6f, %.6f'>",
                             lat, lon, lat, lon) +
-                      location + Formatted("</a> (%.6f, %.6f)</p>\n", lat, lon));
+                      location + Formatted("</a> (%.6f, %.6f)", lat, lon));
+    if (!where.attribution.isEmpty()) PutText(file, "<br><small>" + where.attribution.toHtmlEscaped() + "</small>");
+    PutText(file, "</p>\n");
 
     PutFormat(file, "<p>Total Panels: %d</p>\n", panelCount);
     PutFormat(file, "<p>Total System Power: %.3f kWp</p>\n", totalPower);

@@ -55,6 +55,8 @@ ReportLocation GetReportLocation() {
     ReportLocation location;
     location.address = QString::fromStdString(GetLocationAddress(lat, lon, country));
     location.country = QString::fromStdString(country);
+    if (location.address != "Unknown location")
+        location.attribution = QString::fromStdString(GeocodingAttribution());
     location.latitude = CleanHTMLText(GisLatitudeToStr(lat * M_PI / 180.0));
     location.longitude = CleanHTMLText(GisLongitudeToStr(lon * M_PI / 180.0));
     return location;

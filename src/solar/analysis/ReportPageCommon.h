@@ -30,6 +30,7 @@ struct ReportLocation {
     QString country;
     QString latitude;
     QString longitude;
+    QString attribution;  // the geocoder's credit, with an address it gave
 };
 ReportLocation GetReportLocation();
 

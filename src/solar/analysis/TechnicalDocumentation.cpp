@@ -56,7 +56,9 @@ std::string CreateTechnicalDocumentation(const std::string& csvFilePath, const R
         ++panelCount;
     }
 
-    WriteDocumentationHeader(file, projectName, location.address, location.latitude, location.longitude);
+    const QString address =
+        location.attribution.isEmpty() ? location.address : location.address + " (" + location.attribution + ")";
+    WriteDocumentationHeader(file, projectName, address, location.latitude, location.longitude);
     WriteTableOfContents(file);
     WriteSystemOverview(file, totalPower, panelCount, totalAnnual);
     WriteMethodologySection(file);

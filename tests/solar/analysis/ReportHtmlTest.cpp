@@ -216,6 +216,34 @@ TEST_F(ReportHtml, ExecutiveSummaryFollowsTheSiteCountry) {
     country = "Germany";
     page = makePage(threePanels());
     EXPECT_EQ(page.find("-summary'"), std::string::npos);
+    // That service asks no credit.
+    EXPECT_EQ(page.find("OpenStreetMap"), std::string::npos);
+}
+
+// An address from OpenStreetMap's data carries the credit its terms ask for;
+// without an address there is nothing to credit.
+TEST_F(ReportHtml, AnAddressFromNominatimIsCreditedBesideTheLocation) {
+    LocalHttpServer server;
+    bool answer = true;
+    server.server().Get("/reverse", [&answer](const httplib::Request&, httplib::Response& r) {
+        if (answer)
+            r.set_content("{\"address\": {\"town\": \"Kfar\", \"state\": \"Center\", \"country\": \"Germany\"}}",
+                          "application/json");
+        else
+            r.status = 503;
+    });
+    ASSERT_TRUE(server.start());
+    ORVOINI().writeString("Services", "Geocoding", server.base());
+    ORVOINI().writeString("Services", "GeocodingApi", "nominatim");
+    std::string page = makePage(threePanels());
+    EXPECT_NE(page.find(">Kfar\r, Center\r, Germany\r,  "), std::string::npos);
+    EXPECT_NE(page.find("<br><small>Address data \u00a9 OpenStreetMap contributors</small></p>"), std::string::npos);
+
+    answer = false;
+    frameState().MapCenterLat += 0.01;  // another place: not among the answers kept
+    page = makePage(threePanels());
+    EXPECT_NE(page.find(">Unknown location "), std::string::npos);
+    EXPECT_EQ(page.find("OpenStreetMap"), std::string::npos);
 }
 
 TEST(ReportHtmlText, CleanHtmlTextMakesCoordinateTextsSafe) {

@@ -14,6 +14,7 @@
 #include "solar/design/ConstructionHelperDae.h"
 #include "solar/design/PanelDaeEpsg.h"
 #include "solar/design/PanelStore.h"
+#include "solar/design/PlacementDae.h"
 #include "support/TestSupport.h"
 
 using testsupport::readTextFile;
@@ -211,6 +212,42 @@ TEST(HelperModel, SmallPictureEnlargedAndSpreadAtOneCentimetrePerPixel) {
                   .find(">1.000000 2.000000 3.000000 4.000000 2.000000 3.000000 4.000000 6.000000 3.000000 "
                         "1.000000 6.000000 3.000000</float_array>"),
               std::string::npos);
+}
+
+// The menu item: the picture asked for, the trace table beside it fitted to
+// its area, the helper model written and added to the scene.
+TEST_F(Adjust, TheHelperMenuFitsTheTableBesideThePictureAndAddsTheModel) {
+    resetPlacementHooks();
+    QStringList added;
+    placementHooks().addModels = [&added](const QStringList& files) { added << files; };
+    const QString folder = QString::fromStdString(dir.path(""));
+    const QString jpg = QString::fromStdString(dir.path("roof.jpg"));
+    QImage picture(800, 400, QImage::Format_RGB32);
+    picture.fill(Qt::gray);
+    ASSERT_TRUE(picture.save(jpg, "JPG"));
+    writeTextFile(dir.path("ROOF.CSV"), "Corner,X,Y,Z,U,V,L\n"
+                                        "C1,0,0,5,0,0,2\nC2,2,0,5,1,0,2\nC3,2,2,5,1,1,2\nC4,0,2,5,0,1,2\n"
+                                        "TargetArea,16\nAnchor,10,20,3\n");
+    dialogs.pushCancel();
+    EXPECT_TRUE(CreateautoDAEhelper1Click(folder).isEmpty());
+    EXPECT_EQ(dialogs.questions().back().title, "Open the roof picture (input)");
+    EXPECT_TRUE(added.isEmpty());
+
+    dialogs.pushFile(jpg);
+    const QString model = CreateautoDAEhelper1Click(folder);
+    EXPECT_EQ(model.toStdString(), dir.path("roof_Helper.dae"));
+    EXPECT_EQ(added, QStringList{model});
+    EXPECT_TRUE(QFileInfo::exists(QString::fromStdString(dir.path("ROOF_adjusted.csv"))));
+    // The fitted corners, not the traced ones, shape the roof.
+    EXPECT_NE(readTextFile(model.toStdString()).find(">8.000000 18.000000 5.000000 12.000000 18.000000 5.000000"),
+              std::string::npos);
+
+    // A table that doesn't fit makes no model.
+    writeTextFile(dir.path("ROOF.CSV"), "Corner,X,Y,Z,U,V,L\nC1,0,0,5,0,0\n");
+    dialogs.pushFile(jpg);
+    EXPECT_TRUE(CreateautoDAEhelper1Click(folder).isEmpty());
+    EXPECT_EQ(added.size(), 1);
+    resetPlacementHooks();
 }
 
 }  // namespace
