@@ -129,13 +129,7 @@ int CliPanelEdit(const std::vector<std::string>& args) {
     if (const int bad = parseEdit(args, o)) return bad;
     if (!openWithPanels(o.model)) return CLI_FAILED;
     EditDialogService dialogs(o.values[0]);
-    installDialogService(&dialogs);
-    struct Restore {
-        ~Restore() {
-            installDialogService(nullptr);
-            resetPlacementHooks();
-        }
-    } restore;
+    const CliCommandScope scope(&dialogs);
 
     const QString name = QString::fromStdString(o.name);
     const int index = GetPanelIndexFromName(name);
@@ -168,8 +162,8 @@ int CliPanelEdit(const std::vector<std::string>& args) {
 int CliPanelsSave(const std::vector<std::string>& args) {
     if (args.size() != 1) return CliUsageError("panels-save takes one model", kPanelsSaveUsage);
     if (!openWithPanels(args[0])) return CLI_FAILED;
+    const CliCommandScope scope;
     const QString file = Save3Click(panelStore().ModelFolder);
-    resetPlacementHooks();
     if (file.isEmpty()) return CLI_FAILED;
     std::printf("%s\n", file.toUtf8().constData());
     return CLI_OK;
@@ -178,9 +172,7 @@ int CliPanelsSave(const std::vector<std::string>& args) {
 int CliPanelsRestore(const std::vector<std::string>& args) {
     if (args.size() != 2) return CliUsageError("panels-restore takes a model and a panels model", kPanelsRestoreUsage);
     if (!openWithPanels(args[0])) return CLI_FAILED;
-    struct Restore {
-        ~Restore() { resetPlacementHooks(); }
-    } restore;
+    const CliCommandScope scope;
     const QString file = QFileInfo(QString::fromStdString(args[1])).absoluteFilePath();
     if (!RestorePanelsModel(file)) {
         std::fprintf(stderr, "Missing\n%s\n", args[1].c_str());

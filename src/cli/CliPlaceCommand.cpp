@@ -143,13 +143,7 @@ int CliPlace(const std::vector<std::string>& args) {
     if (!OpenModelWithFoldersForCli(o.model, opened)) return CLI_FAILED;
     runLog().fp_prt = stderr;
     PlaceDialogService dialogs(o.fixButton);
-    installDialogService(&dialogs);
-    struct Restore {
-        ~Restore() {
-            installDialogService(nullptr);
-            resetPlacementHooks();
-        }
-    } restore;
+    const CliCommandScope scope(&dialogs);
 
     // Panels already in the folder keep their numbers; the new ones follow them.
     for (const QString& file : PanelFilesOfModel()) ReadPanelsOfModelFile(file);

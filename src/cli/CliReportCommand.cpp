@@ -161,14 +161,8 @@ int CliReport(const std::vector<std::string>& args) {
     }
     runLog().fp_prt = stderr;
     ReportDialogService dialogs(o.hasLoss, o.loss);
-    installDialogService(&dialogs);
+    const CliCommandScope scope(&dialogs);
     reportHooks().statusLine = [&dialogs](const QString& text) { dialogs.progress(text); };
-    struct Restore {
-        ~Restore() {
-            installDialogService(nullptr);
-            resetReportHooks();
-        }
-    } restore;
 
     const QFileInfo model(QString::fromStdString(o.model));
     if (!OpenSolarRunLog(model.absoluteFilePath().toStdString(), static_cast<int>(getpid()))) {

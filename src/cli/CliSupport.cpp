@@ -15,7 +15,9 @@
 #include "app/session/UserFolders.h"
 #include "measure/PanelLabels.h"
 #include "scene/engine_interface.h"
+#include "solar/analysis/ReportRunState.h"
 #include "solar/design/PanelStore.h"
+#include "solar/design/PlacementDae.h"
 
 namespace {
 
@@ -49,6 +51,16 @@ void PrepareCliSession() {
     static StderrDialogService messages;
     installDialogService(&messages);
     InstallPanelLabels();
+}
+
+CliCommandScope::CliCommandScope(DialogService* dialogs) {
+    if (dialogs) installDialogService(dialogs);
+}
+
+CliCommandScope::~CliCommandScope() {
+    installDialogService(nullptr);
+    resetPlacementHooks();
+    resetReportHooks();
 }
 
 bool ParseCliNumber(const std::string& word, double& value) {

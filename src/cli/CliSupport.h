@@ -19,6 +19,19 @@ int CliUsageError(const std::string& message, const char* usage);
 // question. Once a run; later calls do nothing.
 void PrepareCliSession();
 
+class DialogService;
+
+// For the length of one command: its own answers to the operator's
+// questions; afterwards no dialog service and the planner's and report's
+// hooks as a fresh process has them.
+class CliCommandScope {
+public:
+    explicit CliCommandScope(DialogService* dialogs = nullptr);
+    ~CliCommandScope();
+    CliCommandScope(const CliCommandScope&) = delete;
+    CliCommandScope& operator=(const CliCommandScope&) = delete;
+};
+
 // Starts the engine (log lines to stderr) and opens the model; on failure
 // prints why and returns false.
 bool OpenModelForCli(const std::string& path, OpenedModel& opened);
