@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QVector>
-#include <algorithm>
 
 #include "PanelDaeText.h"
 #include "PanelNames.h"
@@ -260,8 +259,7 @@ int ReadPanelsOfModelFile(const QString& filename) {
             SetPanelText(p.Filename, source.absoluteFilePath());
             continue;
         }
-        QString leaf = PanelText(p.Filename);
-        leaf = leaf.mid(std::max(leaf.lastIndexOf('/'), leaf.lastIndexOf('\\')) + 1);
+        const QString leaf = paneldae::LeafName(PanelText(p.Filename));
         const bool usable = !leaf.isEmpty() && leaf.compare(source.fileName(), Qt::CaseInsensitive) != 0;
         SetPanelText(p.Filename, usable ? store.PANELSFOLDER + leaf : PanelFileNameFromName(PanelText(p.Name)));
     }
