@@ -20,6 +20,7 @@ constexpr long READ_TIMEOUT_MS = 10000;
 // Nominatim's terms: an agent that names the application, one request a second at most.
 constexpr const char* NOMINATIM_AGENT = "Zorvex64/0.1 (solar planner report address)";
 constexpr std::chrono::milliseconds NOMINATIM_INTERVAL{1000};
+constexpr std::chrono::seconds NOMINATIM_FAILURE_KEPT{60};
 
 struct Address {
     std::string text;
@@ -63,17 +64,27 @@ Address fromNominatimAnswer(const std::string& body) {
     return {joined(place, JsonStringField(body, "state"), country), country};
 }
 
-// Nominatim is asked once a second at most, and each place once a run.
+// Nominatim is asked once a second at most. An answer is kept for the
+// session; a failure for a minute, so that a report's two pages, which both
+// want the address, ask only once.
 HttpTextAnswer askNominatim(const std::string& url) {
-    static std::map<std::string, HttpTextAnswer> answered;
+    struct Kept {
+        HttpTextAnswer answer;
+        std::chrono::steady_clock::time_point at;
+    };
+    static std::map<std::string, Kept> kept;
     static std::chrono::steady_clock::time_point last{};
-    const auto known = answered.find(url);
-    if (known != answered.end()) return known->second;
-    const auto wait = last + NOMINATIM_INTERVAL - std::chrono::steady_clock::now();
+    const auto now = std::chrono::steady_clock::now();
+    const auto known = kept.find(url);
+    if (known != kept.end()) {
+        const bool good = known->second.answer.answered && known->second.answer.status == 200;
+        if (good || now - known->second.at < NOMINATIM_FAILURE_KEPT) return known->second.answer;
+    }
+    const auto wait = last + NOMINATIM_INTERVAL - now;
     if (wait.count() > 0) std::this_thread::sleep_for(wait);
     HttpTextAnswer answer = HttpGetText({url, NOMINATIM_AGENT, CONNECT_TIMEOUT_MS, READ_TIMEOUT_MS});
     last = std::chrono::steady_clock::now();
-    if (answer.answered && answer.status == 200) answered[url] = answer;
+    kept[url] = {answer, last};
     return answer;
 }
 

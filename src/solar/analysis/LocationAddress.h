@@ -3,9 +3,10 @@
 
 #include <string>
 
-// Asks the service set under "Geocoding" (Nominatim by default, once a
-// second at most, each place once a run) for city, region and country; with
-// the key set empty, "Unknown location" without a call. Each part found is
+// Asks the service set under "Geocoding" (Nominatim by default: once a
+// second at most, each place once a session, a failed place again after a
+// minute) for city, region and country; with the key set empty, "Unknown
+// location" without a call. Each part found is
 // followed by "\r, " (the line end of the list it was joined from stays in
 // the text), so "Haifa\r, Haifa District\r, Israel\r, ". Country gets the
 // country name or stays empty.
