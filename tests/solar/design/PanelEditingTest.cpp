@@ -290,16 +290,6 @@ TEST_F(PanelEditing, DeletingAGroupTakesItsLetterAndLeavesDotDaMinusFiles) {
     EXPECT_EQ(QString(name), layerOf(4, 4));
 }
 
-TEST_F(PanelEditing, DeletingOnePanelLeavesItsNeighbours) {
-    addPanel(1, 4, 0, 0, 0);
-    addPanel(2, 4, 1.05, 0, 0);
-    ASSERT_EQ(openOn(layerOf(1, 4), pt(0.5, 1, 0), pt(0.6, 1, 0)), ON_PANEL);
-    panelEditState().PanelOrGroup = 1;
-    EXPECT_EQ(DeletePanels(), 1);
-    ASSERT_EQ(panelStore().NumPanelsCreated, 1);
-    EXPECT_EQ(PanelText(panelStore().panels[0].Name), "2/4");
-}
-
 TEST_F(PanelEditing, ADuplicateIsNumberedAboveAllInAGroupOfItsOwnAtTheTarget) {
     addPanel(1, 7, 0, 0, 2);
     addPanel(12, 9, 10, 0, 2);

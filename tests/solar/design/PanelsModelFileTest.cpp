@@ -62,12 +62,6 @@ protected:
     QStringList added;
 };
 
-TEST_F(PanelsModelFile, WithoutPanelsNothingIsSavedAndTheOperatorIsTold) {
-    EXPECT_TRUE(Save3Click(folder).isEmpty());
-    ASSERT_EQ(dialogs.questions().size(), 1u);
-    EXPECT_EQ(dialogs.questions()[0].text, "No panels to save");
-}
-
 // The model sits 200 km from the map origin; the saved panels read back in
 // map coordinates and carry nothing of the model itself.
 TEST_F(PanelsModelFile, TheSavedModelHoldsThePanelsInTheMapFrameAndNothingElse) {
