@@ -1,0 +1,8 @@
+#include "CatalogState.h"
+
+CatalogState& catalogState() {
+    static CatalogState state;
+    return state;
+}
+
+void resetCatalogState() { catalogState() = CatalogState{}; }
