@@ -3,7 +3,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <chrono>
 #include <filesystem>
+#include <memory>
 
 #include "CliCommands.h"
 #include "app/model/ModelSession.h"
@@ -18,24 +20,22 @@
 #include "solar/analysis/ReportRunState.h"
 #include "solar/design/PanelStore.h"
 #include "solar/design/PlacementDae.h"
+#include "modeltools/ModelToolProgress.h"
 
 namespace {
 
 void logToStderr(const char* line) { std::fprintf(stderr, "%s\n", line); }
 
-// Nobody answers at a command line: messages go to stderr, questions are cancelled.
-class StderrDialogService : public ScriptedDialogService {
-public:
-    void showMessage(const QString& text, const QString& title) override {
-        std::fprintf(stderr, "%s\n", text.toUtf8().constData());
-    }
-    int ask(const QString& text, const QString& title, const QStringList& buttons, int defaultButton) override {
-        std::fprintf(stderr, "%s\n", text.toUtf8().constData());
-        return ScriptedDialogService::ask(text, title, buttons, defaultButton);
-    }
-};
-
 }  // namespace
+
+void StderrDialogService::showMessage(const QString& text, const QString&) {
+    std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+}
+
+int StderrDialogService::ask(const QString& text, const QString& title, const QStringList& buttons, int defaultButton) {
+    std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+    return ScriptedDialogService::ask(text, title, buttons, defaultButton);
+}
 
 void PrepareCliSession() {
     static bool prepared = false;
@@ -98,9 +98,21 @@ bool OpenModelForCli(const std::string& path, OpenedModel& opened) {
 bool OpenModelWithFoldersForCli(const std::string& path, OpenedModel& opened) {
     if (!OpenModelForCli(path, opened)) return false;
     const std::string model = std::filesystem::absolute(path).lexically_normal().string();
-    modelSession().GlobalModelFileName = model;
+    modelSession().GlobalModelFileName = modelSession().LastPathFileName = model;
     modelSession().PRJ = opened.prjPath;
     if (SetModelFolders(model)) return true;
     std::fprintf(stderr, "error: cannot make %s\n", panelStore().PANELSFOLDER.toUtf8().constData());
     return false;
 }
+
+CliModelToolProgress::CliModelToolProgress() {
+    auto last = std::make_shared<std::chrono::steady_clock::time_point>();
+    modelToolHooks().progress = [last](const QString& text, long long, long long) {
+        const auto now = std::chrono::steady_clock::now();
+        if (now - *last < std::chrono::seconds(1)) return;
+        *last = now;
+        std::fprintf(stderr, "%s\n", text.trimmed().toUtf8().constData());
+    };
+}
+
+CliModelToolProgress::~CliModelToolProgress() { resetModelToolHooks(); }

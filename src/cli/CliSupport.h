@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/model/ModelOpening.h"
+#include "app/services/DialogService.h"
 
 // Parses a whole word as a number; false on anything else.
 bool ParseCliNumber(const std::string& word, double& value);
@@ -19,7 +20,14 @@ int CliUsageError(const std::string& message, const char* usage);
 // question. Once a run; later calls do nothing.
 void PrepareCliSession();
 
-class DialogService;
+// Answers from its script like ScriptedDialogService (questions beyond it
+// are cancelled) and prints every message and question on stderr, since
+// nobody is there to read a box.
+class StderrDialogService : public ScriptedDialogService {
+public:
+    void showMessage(const QString& text, const QString& title) override;
+    int ask(const QString& text, const QString& title, const QStringList& buttons, int defaultButton) override;
+};
 
 // For the length of one command: its own answers to the operator's
 // questions; afterwards no dialog service and the planner's and report's
@@ -40,3 +48,13 @@ bool OpenModelForCli(const std::string& path, OpenedModel& opened);
 // file name, its ".prj" and its folders ("Measurements/", "Screenshots/",
 // "PANELS/" with "SHADING/"). On failure prints why and returns false.
 bool OpenModelWithFoldersForCli(const std::string& path, OpenedModel& opened);
+
+// For the length of one command: the status lines of a long pass over a
+// model file go to stderr, at most one a second.
+class CliModelToolProgress {
+public:
+    CliModelToolProgress();
+    ~CliModelToolProgress();
+    CliModelToolProgress(const CliModelToolProgress&) = delete;
+    CliModelToolProgress& operator=(const CliModelToolProgress&) = delete;
+};

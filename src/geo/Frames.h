@@ -26,6 +26,8 @@ struct FrameState {
     double ModelSHIFTX = 0;
     double ModelSHIFTY = 0;
     double ModelSHIFTZ = 0;
+    // The shift of the last shifted copy written.
+    double ShiftXYZ[3] = {0, 0, 0};
 };
 
 FrameState& frameState();

@@ -116,6 +116,7 @@ void addModels(const QStringList& files, std::chrono::milliseconds settle) {
             if (ownFile || layer.contains(ROOF_POLYGON_LAYER) || layer.contains(SHADING_RAYS_GEOMETRY))
                 mapFrameLayers.insert(layer);
         if (!model.TSImportedFiles.contains(file)) model.TSImportedFiles << file;
+        model.LastPathFileName = file.toStdString();
     }
 
     GetTotalVertices(NL, NF);

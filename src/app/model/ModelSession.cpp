@@ -20,6 +20,9 @@ bool SetModelFolders(const std::string& modelPath) {
     const std::string M = FolderOf(modelPath);
     model.MEASUREMENTSFOLDER = SideFile(M, "Measurements") + "/";
     model.SCREENSHOTSFOLDER = SideFile(M, "Screenshots") + "/";
+    model.GlobalONCFileName = WithExtension(modelPath, ".ONC");
+    model.TodeleteVerticesFile = WithoutExtension(modelPath) + "_Todelete.txt";
+    model.WhereIsTheOPK = M + "WhereIsTheOPK.txt";
     QDir().mkpath(QString::fromStdString(model.SCREENSHOTSFOLDER));
     QDir().mkpath(QString::fromStdString(model.MEASUREMENTSFOLDER));
     return SetPanelFoldersForModel(QString::fromStdString(M));

@@ -22,6 +22,8 @@ struct ModelKind {
 struct ModelSession {
     std::string INPUTFILENAME;
     std::string GlobalModelFileName;
+    // The model file read last: the open one, or the last one added to it.
+    std::string LastPathFileName;
     QStringList INPUTFILES;
     // Model files in the scene, shown by "List models imported".
     QStringList TSImportedFiles;
@@ -79,7 +81,8 @@ void resetModelSession();
 // The model's folder, ending in "/".
 std::string ModelFolder();
 // The folders beside a model, found in any case or made: "Measurements/",
-// "Screenshots/", and the panel store's "PANELS/" with its "SHADING/". The
+// "Screenshots/", and the panel store's "PANELS/" with its "SHADING/"; and
+// the names of its side files (".ONC", "_Todelete.txt", "WhereIsTheOPK.txt"). The
 // window's open and the commands that work on a model's files both set them
 // here. False when the panel folders can't be made.
 bool SetModelFolders(const std::string& modelPath);

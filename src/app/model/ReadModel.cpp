@@ -65,9 +65,6 @@ void deriveModelNames(const std::string& path) {
     const std::string M = FolderOf(path);
     const std::string customer = FindFileNoCase(M + "Customer.TXT");
     model.Customer = customer.empty() ? QString() : StringFromFile(QString::fromStdString(customer));
-    model.GlobalONCFileName = WithExtension(path, ".ONC");
-    model.TodeleteVerticesFile = WithoutExtension(path) + "_Todelete.txt";
-    model.WhereIsTheOPK = M + "WhereIsTheOPK.txt";
     model.FLIPPED = BaseNameOf(path).find("Flipped") != std::string::npos;
     const DriveKind drive = DriveTypeOf(path);
     model.IsRemoteDrive = drive == DriveKind::Remote;
@@ -270,7 +267,7 @@ void Read_3D_File() {
     model.INPUTFILES = files;
     if (files.isEmpty()) return;
     const std::string path = files.first().toStdString();
-    model.INPUTFILENAME = model.GlobalModelFileName = path;
+    model.INPUTFILENAME = model.GlobalModelFileName = model.LastPathFileName = path;
     deriveModelNames(path);
     const std::string home = FindFileNoCase(ModelFolder() + "Home.vpt");
     if (!home.empty()) QFile::remove(QString::fromStdString(home));
