@@ -9,7 +9,7 @@ PACKAGES=(
   libembree-dev libtbb-dev libassimp-dev libtinyobjloader-dev libpugixml-dev
   libgdal-dev gdal-bin libproj-dev proj-data proj-bin
   libcurl4-openssl-dev libcpp-httplib-dev
-  libzip-dev zipcmp zipmerge ziptool zlib1g-dev
+  libzip-dev zipcmp zipmerge ziptool zlib1g-dev unzip
   libturbojpeg0-dev libjpeg62-turbo-dev
   libexiv2-dev libsimpleini-dev
   libgtest-dev libgmock-dev libbenchmark-dev

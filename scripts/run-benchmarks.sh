@@ -22,3 +22,7 @@ echo "== climate: folding six years, indexing, a panel's year of look-ups"
 echo "== the report run: 500 panels on a 2.1M-triangle city, a synthetic climate year, 5 points a panel, every file;"
 echo "   fresh for each inverter type, then over its own cache, then each stage of the chain alone"
 "$BUILD/bench/report_bench"
+echo "== model files: crop, clean, shift and rotate of a 5M-triangle OBJ, each in a process of its own for its peak memory"
+for pass in BM_Crop BM_Clean BM_Shift BM_Rotate; do
+  "$BUILD/bench/modeltools_bench" --benchmark_filter="^$pass\$"
+done

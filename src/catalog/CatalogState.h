@@ -9,6 +9,11 @@ struct CatalogState {
     QString GlobalWhereSearched3dModels;
     // ORVO_T + "models.csv".
     QString FNCSV;
+    // What the last search left: the models listed in FNCSV, and the
+    // analysed and unanalysed models of the last "Find unanalyzed models".
+    int KamaModels = 0;
+    int KamaAnalyzed = 0;
+    int KamaUnanalyzed = 0;
 };
 
 CatalogState& catalogState();

@@ -9,6 +9,7 @@
 #include <QToolBar>
 
 #include "FormActions.h"
+#include "catalog/ui/TFormIO.h"
 #include "app/dispatch/AppMessage.h"
 #include "app/session/DispatchState.h"
 #include "app/session/MainFormState.h"
@@ -87,6 +88,9 @@ QMenu* CreatePopupMenu1(QWidget* form) {
     AddMenuItem(form, remove, "DeleteThisOneItem", "This one", DeleteThisOneClick);
     AddMenuItem(form, remove, "DeleteGroup", "Group", DeleteGroupClick);
     AddMenuItem(form, menu, "Showwall1", "Show all", Showwall1Click);
+    QMenu* links = menu->addMenu("Hyperlinks");
+    links->setObjectName("Hyperlinks1");
+    AddMenuItem(form, links, "Assignlinks1", "Assign links", Assignlinks1Click);
     AddMenuItem(form, menu, "Unselect1", "Unselect", Unselect1Click);
     return menu;
 }
@@ -96,6 +100,7 @@ void PreparePopupMenu1(QMenu* menu) {
     for (QMenu* sub : menu->findChildren<QMenu*>()) {
         if (sub->objectName() == "Move1") sub->menuAction()->setVisible(items.Move);
         if (sub->objectName() == "Hide1") sub->menuAction()->setVisible(items.ShowAll);
+        if (sub->objectName() == "Hyperlinks1") sub->menuAction()->setVisible(items.Hyperlinks);
     }
     for (QAction* action : menu->actions())
         if (action->objectName() == "Showwall1") action->setVisible(items.ShowAll);

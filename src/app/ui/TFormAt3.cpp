@@ -23,6 +23,8 @@
 #include "MeasureControls.h"
 #include "SolarControls.h"
 #include "SolarHooks.h"
+#include "catalog/ui/CatalogForms.h"
+#include "modeltools/ui/ModelToolsMenu.h"
 #include "ManageLayersForm.h"
 #include "ViewPanel.h"
 #include "app/dispatch/DigitiseMenu.h"
@@ -127,6 +129,7 @@ bool TFormAt3::FormCreate(const std::string& executablePath) {
     mainFormState().OriginalLabelForHelpColor = ToolkitFromQColor(LabelForHelp->palette().color(QPalette::Window));
     // The planner's forms open over this window, whoever made it.
     InstallSolarHooks(this);
+    InstallCatalogForms();
     if (!FormCreateSession(executablePath, openGlRendererName())) return false;
     ReadModelBtnClick();
     return true;
@@ -202,6 +205,7 @@ void TFormAt3::createMenus() {
     digitize->addSeparator();
     AddMenuItem(this, digitize, "Abortpopup", "Abort", AbortpopupClick);
 
+    CreateModelMenu(this, menuBar());
     CreateSolarMenu(this, menuBar());
 }
 

@@ -1,0 +1,8 @@
+#include "CatalogHooks.h"
+
+CatalogHooks& catalogHooks() {
+    static CatalogHooks hooks;
+    return hooks;
+}
+
+void resetCatalogHooks() { catalogHooks() = CatalogHooks{}; }
