@@ -24,5 +24,5 @@ echo "   fresh for each inverter type, then over its own cache, then each stage 
 "$BUILD/bench/report_bench"
 echo "== model files: crop, clean, shift and rotate of a 5M-triangle OBJ, each in a process of its own for its peak memory"
 for pass in BM_Crop BM_Clean BM_Shift BM_Rotate; do
-  "$BUILD/bench/modeltools_bench" --benchmark_filter="^$pass\$"
+  "$BUILD/bench/modeltools_bench" --benchmark_filter="^$pass/"
 done

@@ -41,21 +41,11 @@ constexpr const char* kBillboardUsage =
     "zorvex64-cli billboard MODEL X Y Z TEXT --out FILE.BLB [--icon NAME] [--static] [--colour 0xBBGGRR]";
 constexpr const char* kMeasurementsUsage = "zorvex64-cli measurements FILE";
 
-bool parsePoints(const std::vector<std::string>& words, std::size_t from, std::size_t count, double* values,
-                 const char* usage, int& error) {
-    for (std::size_t i = 0; i < count; ++i)
-        if (!ParseCliNumber(words[from + i], values[i])) {
-            error = CliUsageError("not a number: " + words[from + i], usage);
-            return false;
-        }
-    return true;
-}
-
 int CliMeasure(const std::vector<std::string>& args) {
     if (args.size() != 7) return CliUsageError("measure takes a model and two map points", kMeasureUsage);
     double p[6];
     int error = 0;
-    if (!parsePoints(args, 1, 6, p, kMeasureUsage, error)) return error;
+    if (!ParseCliNumbers(args, 1, 6, p, kMeasureUsage, error)) return error;
     PrepareCliSession();
     OpenedModel opened;
     if (!OpenModelForCli(args[0], opened)) return CLI_FAILED;
@@ -162,7 +152,7 @@ int CliDigitise(const std::vector<std::string>& args) {
     if (circle && numbers != 4) return CliUsageError("a circle is its centre and one point of its rim", kDigitiseUsage);
     std::vector<double> xy(numbers);
     int error = 0;
-    if (!parsePoints(words, 2, numbers, xy.data(), kDigitiseUsage, error)) return error;
+    if (!ParseCliNumbers(words, 2, numbers, xy.data(), kDigitiseUsage, error)) return error;
 
     PrepareCliSession();
     OpenedModel opened;
@@ -239,7 +229,7 @@ int CliRoof(const std::vector<std::string>& args) {
         return CliUsageError("a roof takes at most " + std::to_string(MAX_PLANE_POINTS) + " points", kRoofUsage);
     std::vector<double> xy(numbers);
     int error = 0;
-    if (!parsePoints(words, 1, numbers, xy.data(), kRoofUsage, error)) return error;
+    if (!ParseCliNumbers(words, 1, numbers, xy.data(), kRoofUsage, error)) return error;
 
     PrepareCliSession();
     OpenedModel opened;
@@ -306,7 +296,7 @@ int CliBillboard(const std::vector<std::string>& args) {
     if (out.isEmpty()) return CliUsageError("--out names the container", kBillboardUsage);
     double p[3];
     int error = 0;
-    if (!parsePoints(words, 1, 3, p, kBillboardUsage, error)) return error;
+    if (!ParseCliNumbers(words, 1, 3, p, kBillboardUsage, error)) return error;
 
     const auto gui = guiForPictures();
     PrepareCliSession();

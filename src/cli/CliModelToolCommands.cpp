@@ -28,16 +28,6 @@ constexpr const char* kRotateUsage = "zorvex64-cli rotate MODEL DEG DX DY DZ";
 constexpr const char* kExportUsage = "zorvex64-cli export MODEL OUT [--localized]";
 constexpr int YES = 1;
 
-bool parseNumbers(const std::vector<std::string>& words, std::size_t from, std::size_t count, double* values,
-                  const char* usage, int& error) {
-    for (std::size_t i = 0; i < count; ++i)
-        if (!ParseCliNumber(words[from + i], values[i])) {
-            error = CliUsageError("not a number: " + words[from + i], usage);
-            return false;
-        }
-    return true;
-}
-
 // The outline as the measure list holds a digitised polygon: ".POL" records
 // as they stand, or "X Y Z" map points, one a line, each a side to the next.
 bool loadOutline(const QString& path) {
@@ -90,7 +80,7 @@ int CliMark(const std::vector<std::string>& args) {
         return CliUsageError("mark takes a model, close or above, and a map point", kMarkUsage);
     double p[3];
     int error = 0;
-    if (!parseNumbers(args, 2, 3, p, kMarkUsage, error)) return error;
+    if (!ParseCliNumbers(args, 2, 3, p, kMarkUsage, error)) return error;
     double bias = 0, range = 2;
     for (std::size_t i = 5; i < args.size(); i += 2) {
         double* target = args[i] == "--bias" ? &bias : args[i] == "--range" ? &range : nullptr;
@@ -138,7 +128,7 @@ int CliShift(const std::vector<std::string>& args) {
     if (args.size() != 4) return CliUsageError("shift takes a model and three numbers", kShiftUsage);
     double d[3];
     int error = 0;
-    if (!parseNumbers(args, 1, 3, d, kShiftUsage, error)) return error;
+    if (!ParseCliNumbers(args, 1, 3, d, kShiftUsage, error)) return error;
     PrepareCliSession();
     modelSession().GlobalModelFileName = std::filesystem::absolute(args[0]).lexically_normal().string();
     StderrDialogService dialogs;
@@ -155,7 +145,7 @@ int CliRotate(const std::vector<std::string>& args) {
     if (args.size() != 5) return CliUsageError("rotate takes a model, degrees and three numbers", kRotateUsage);
     double d[4];
     int error = 0;
-    if (!parseNumbers(args, 1, 4, d, kRotateUsage, error)) return error;
+    if (!ParseCliNumbers(args, 1, 4, d, kRotateUsage, error)) return error;
     if (d[0] != static_cast<int>(d[0])) return CliUsageError("the turn is whole degrees", kRotateUsage);
     PrepareCliSession();
     modelSession().GlobalModelFileName = std::filesystem::absolute(args[0]).lexically_normal().string();

@@ -116,3 +116,13 @@ CliModelToolProgress::CliModelToolProgress() {
 }
 
 CliModelToolProgress::~CliModelToolProgress() { resetModelToolHooks(); }
+
+bool ParseCliNumbers(const std::vector<std::string>& words, std::size_t from, std::size_t count, double* values,
+                     const char* usage, int& error) {
+    for (std::size_t i = 0; i < count; ++i)
+        if (!ParseCliNumber(words[from + i], values[i])) {
+            error = CliUsageError("not a number: " + words[from + i], usage);
+            return false;
+        }
+    return true;
+}

@@ -3,12 +3,17 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "app/model/ModelOpening.h"
 #include "app/services/DialogService.h"
 
 // Parses a whole word as a number; false on anything else.
 bool ParseCliNumber(const std::string& word, double& value);
+// Parses count words from words[from] into values; on a bad one prints the
+// usage error and leaves its exit code in error.
+bool ParseCliNumbers(const std::vector<std::string>& words, std::size_t from, std::size_t count, double* values,
+                     const char* usage, int& error);
 
 // Prints "error: <message>" and the usage line to stderr; returns CLI_BAD_ARGUMENTS.
 int CliUsageError(const std::string& message, const char* usage);

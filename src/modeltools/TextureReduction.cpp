@@ -3,11 +3,11 @@
 #include <turbojpeg.h>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 
 #include "app/services/RunLog.h"
 #include "app/services/SessionPaths.h"
@@ -69,16 +69,6 @@ void resampleAxis(const unsigned char* in, unsigned char* out, int count, const 
     }
 }
 
-bool readBytes(const QString& path, std::vector<unsigned char>& bytes) {
-    std::ifstream in(path.toLocal8Bit().constData(), std::ios::binary | std::ios::ate);
-    if (!in) return false;
-    const std::streamoff size = in.tellg();
-    if (size <= 0) return false;
-    bytes.resize(std::size_t(size));
-    in.seekg(0);
-    return bool(in.read(reinterpret_cast<char*>(bytes.data()), size));
-}
-
 // The decoder's own down-scaling is fast and averages well: take the
 // smallest scaled size that is still no smaller than the target on either
 // axis (an axis already below the target is not shrunk at all).
@@ -122,8 +112,11 @@ std::vector<unsigned char> StretchRgb(const unsigned char* rgb, int width, int h
 }
 
 QString ReducePictureForPacking(const QString& picture) {
-    std::vector<unsigned char> jpeg;
-    if (!readBytes(picture, jpeg)) return picture;
+    QFile file(picture);
+    if (!file.open(QIODevice::ReadOnly)) return picture;
+    const QByteArray bytes = file.readAll();
+    if (bytes.isEmpty()) return picture;
+    std::vector<unsigned char> jpeg(bytes.begin(), bytes.end());
     TjHandle decoder(tjInitDecompress());
     int width = 0, height = 0, subsampling = 0, colorspace = 0;
     if (!decoder.h || tjDecompressHeader3(decoder.h, jpeg.data(), static_cast<unsigned long>(jpeg.size()), &width,

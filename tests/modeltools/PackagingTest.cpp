@@ -23,6 +23,7 @@
 #include "modeltools/PackageModel.h"
 #include "modeltools/TextureReduction.h"
 #include "support/CliRunner.h"
+#include "ArchiveCheck.h"
 #include "support/TestSupport.h"
 
 using testsupport::ScratchDir;
@@ -81,37 +82,6 @@ Decoded decodeJpeg(const std::string& bytes) {
 int firstQuantStep(const std::string& jpeg) {
     const auto at = jpeg.find("\xFF\xDB");
     return at == std::string::npos ? -1 : static_cast<unsigned char>(jpeg[at + 5]);
-}
-
-std::map<std::string, std::string> readArchive(const std::string& path) {
-    std::map<std::string, std::string> entries;
-    int error = 0;
-    zip_t* archive = zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error);
-    if (!archive) return entries;
-    for (zip_int64_t i = 0; i < zip_get_num_entries(archive, 0); ++i) {
-        zip_stat_t st;
-        zip_stat_index(archive, zip_uint64_t(i), 0, &st);
-        std::string data(st.size, '\0');
-        zip_file_t* file = zip_fopen_index(archive, zip_uint64_t(i), 0);
-        if (file && zip_fread(file, data.data(), st.size) == zip_int64_t(st.size)) entries[st.name] = data;
-        if (file) zip_fclose(file);
-    }
-    zip_close(archive);
-    return entries;
-}
-
-std::vector<std::string> names(const std::map<std::string, std::string>& entries) {
-    std::vector<std::string> result;
-    for (const auto& [name, data] : entries) result.push_back(name);
-    return result;
-}
-
-bool unzipAccepts(const std::string& path) {
-    if (std::system("command -v unzip > /dev/null 2>&1") != 0) {
-        ADD_FAILURE() << "the unzip program is needed (Debian package unzip)";
-        return false;
-    }
-    return std::system(("unzip -tq '" + path + "' > /dev/null 2>&1").c_str()) == 0;
 }
 
 // A site as photogrammetry hands it over: a two-extension OBJ name, its
@@ -177,8 +147,8 @@ TEST_F(Packaging, NormalFormPacksTheModelsFilesUnderTheNameWithoutTwoExtensions)
     const QString archive = CompressOBJ(PACK_NORMAL);
     EXPECT_EQ(archive.toStdString(), site + "Site.OBJ.ZIP");
     const auto entries = readArchive(archive.toStdString());
-    EXPECT_EQ(names(entries), kModelFiles);
-    EXPECT_EQ(entries.at("tex.jpg"), readTextFile(site + "tex.jpg"));
+    EXPECT_EQ(entryNames(entries), kModelFiles);
+    EXPECT_EQ(entries.at("tex.jpg").data, readTextFile(site + "tex.jpg"));
     EXPECT_TRUE(unzipAccepts(archive.toStdString()));
     EXPECT_EQ(messages(), QStringList{archive + "\nCreated"});
     EXPECT_FALSE(mainFormState().busyCursor);
@@ -195,7 +165,7 @@ TEST_F(Packaging, AnObjWithoutMtllibInItsFirst100LinesIsPackedAloneWithAMessage)
     modelSession().GlobalModelFileName = dir.path("lone/Lone.obj");
 
     const QString archive = CompressOBJ(PACK_NORMAL);
-    EXPECT_EQ(names(readArchive(archive.toStdString())), std::vector<std::string>{"Lone.obj"});
+    EXPECT_EQ(entryNames(readArchive(archive.toStdString())), std::vector<std::string>{"Lone.obj"});
     EXPECT_EQ(messages(), (QStringList{"Missing\n" + QString::fromStdString(dir.path("lone/")), archive + "\nCreated"}));
 }
 
@@ -211,7 +181,7 @@ TEST(MaterialLibraryName, TakesTheLastHitTrimmedAndUnquotedWithin100Reads) {
 TEST_F(Packaging, MissingPicturesAreNamedAndPackingGoesOn) {
     writeTextFile(site + "Site.mtl", "newmtl m\nmap_Kd gone.jpg\nnewmtl n\nmap_Kd tex.jpg\n");
     const QString archive = CompressOBJ(PACK_NORMAL);
-    EXPECT_EQ(names(readArchive(archive.toStdString())), kModelFiles);
+    EXPECT_EQ(entryNames(readArchive(archive.toStdString())), kModelFiles);
     EXPECT_EQ(messages(), (QStringList{"Missing\n" + QString::fromStdString(site) + "gone.jpg", archive + "\nCreated"}));
 }
 
@@ -238,8 +208,8 @@ TEST_F(Packaging, SmallFormStretchesAWideTextureToASquareInTheTemporaryFolder) {
     EXPECT_FALSE(QFile::exists(QString::fromStdString(dir.path("tmp/narrow.jpg"))));
 
     const auto entries = readArchive(archive.toStdString());
-    EXPECT_EQ(entries.at("tex.jpg"), reduced);
-    EXPECT_EQ(entries.at("narrow.jpg"), readTextFile(site + "narrow.jpg"));
+    EXPECT_EQ(entries.at("tex.jpg").data, reduced);
+    EXPECT_EQ(entries.at("narrow.jpg").data, readTextFile(site + "narrow.jpg"));
     EXPECT_TRUE(unzipAccepts(archive.toStdString()));
 }
 
@@ -250,7 +220,7 @@ TEST_F(Packaging, ObliquesFormAddsTheCatalogueWithoutItsIndex) {
     for (const char* name : {"a.JPG", "b.jpg", "c.JPG", "oblixoblix.shp", "oblixoblix.shx"})
         expected.push_back(std::string("obl/c1/") + name);
     std::sort(expected.begin(), expected.end());
-    EXPECT_EQ(names(readArchive(archive.toStdString())), expected);
+    EXPECT_EQ(entryNames(readArchive(archive.toStdString())), expected);
     EXPECT_TRUE(unzipAccepts(archive.toStdString()));
 }
 
@@ -259,7 +229,7 @@ TEST_F(Packaging, EverySecondJpgKeepsOneOfThreeCataloguePictures) {
     std::vector<std::string> expected = kModelFiles;
     for (const char* name : {"b.jpg", "oblixoblix.shp", "oblixoblix.shx"}) expected.push_back(std::string("obl/c1/") + name);
     std::sort(expected.begin(), expected.end());
-    EXPECT_EQ(names(readArchive(archive.toStdString())), expected);
+    EXPECT_EQ(entryNames(readArchive(archive.toStdString())), expected);
 }
 
 TEST_F(Packaging, ACancelledPackLeavesTheOlderArchiveAsItWas) {

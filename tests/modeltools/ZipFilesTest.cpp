@@ -14,6 +14,7 @@
 #include "app/session/MainFormState.h"
 #include "modeltools/ModelToolProgress.h"
 #include "modeltools/ZipFiles.h"
+#include "ArchiveCheck.h"
 #include "support/TestSupport.h"
 
 using testsupport::ScratchDir;
@@ -21,40 +22,6 @@ using testsupport::readTextFile;
 using testsupport::writeTextFile;
 
 namespace {
-
-struct Entry {
-    std::string data;
-    int method = -1;
-};
-
-// The archive as libzip reads it back, checked for consistency; empty when unreadable.
-std::map<std::string, Entry> readArchive(const std::string& path) {
-    std::map<std::string, Entry> entries;
-    int error = 0;
-    zip_t* archive = zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error);
-    if (!archive) return entries;
-    for (zip_int64_t i = 0; i < zip_get_num_entries(archive, 0); ++i) {
-        zip_stat_t st;
-        zip_stat_index(archive, zip_uint64_t(i), 0, &st);
-        Entry entry;
-        entry.method = st.comp_method;
-        entry.data.resize(st.size);
-        zip_file_t* file = zip_fopen_index(archive, zip_uint64_t(i), 0);
-        if (file && zip_fread(file, entry.data.data(), st.size) == zip_int64_t(st.size)) entries[st.name] = entry;
-        if (file) zip_fclose(file);
-    }
-    zip_close(archive);
-    return entries;
-}
-
-// A second, independent reader: Info-ZIP's own integrity test.
-bool unzipAccepts(const std::string& path) {
-    if (std::system("command -v unzip > /dev/null 2>&1") != 0) {
-        ADD_FAILURE() << "the unzip program is needed (Debian package unzip)";
-        return false;
-    }
-    return std::system(("unzip -tq '" + path + "' > /dev/null 2>&1").c_str()) == 0;
-}
 
 class ZipFilesTest : public ::testing::Test {
 protected:
