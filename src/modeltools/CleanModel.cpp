@@ -50,7 +50,8 @@ CleanResult CleanObjFile(const std::string& input, const std::string& output, co
                 if (face.v[k] < 1 || face.v[k] > vertices.count) continue;
                 const float* v = &vertices.xyz[static_cast<std::size_t>(face.v[k] - 1) * 3];
                 for (const CLEAN& region : local) {
-                    if (std::hypot(v[0] - region.X, v[1] - region.Y) > region.R) continue;
+                    const float dx = v[0] - region.X, dy = v[1] - region.Y;
+                    if (dx * dx + dy * dy > region.R * region.R) continue;
                     if (region.MA == 2 && region.Z > v[2]) continue;
                     ++toclean;
                 }
