@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "app/model/ModelPaths.h"
 #include "app/model/ReadModel.h"
 #include "app/services/DialogService.h"
 #include "app/services/FileDialogs.h"
@@ -19,12 +20,6 @@
 #include "scene/FileNameCase.h"
 
 namespace {
-
-QString withoutExtension(const QString& path) {
-    const int slash = path.lastIndexOf('/');
-    const int dot = path.lastIndexOf('.');
-    return dot > slash ? path.left(dot) : path;
-}
 
 QString cell(const QStringList& row, int column) { return column < row.size() ? row[column] : QString(); }
 
@@ -82,7 +77,7 @@ ModelSelection WorkBookGrid1SelectCell(const GridRows& rows, int ARow) {
         s.showIn2DVisible =
             hasPosition && ModelUnder3dModelsFolder(s.MODEL) && insideLastExtent(s.ModelEast, s.ModelNorth);
     }
-    if (!s.MODEL.isEmpty()) s.IMAGE = withoutExtension(s.MODEL) + "_inf.jpg";
+    if (!s.MODEL.isEmpty()) s.IMAGE = WithoutExtension(s.MODEL) + "_inf.jpg";
     return s;
 }
 
@@ -110,8 +105,8 @@ bool ShowOnMapClick(const QString& caption, const ModelSelection& selection) {
     if (!OrvoOpenFile(prj, "prj", "PRJ file (*.PRJ)|*.prj", "Open the PRJ file (input)",
                       QFileInfo(selection.MODEL).path()))
         return false;
-    if (!OrvoCopyFile(prj, withoutExtension(selection.MODEL) + ".PRJ")) {
-        MyShowMessage("Cannot write\n" + withoutExtension(selection.MODEL) + ".PRJ");
+    if (!OrvoCopyFile(prj, WithoutExtension(selection.MODEL) + ".PRJ")) {
+        MyShowMessage("Cannot write\n" + WithoutExtension(selection.MODEL) + ".PRJ");
         return false;
     }
     OpenThe3DModel(selection.MODEL);

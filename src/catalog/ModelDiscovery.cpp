@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "app/model/ModelPaths.h"
 #include "CatalogHooks.h"
 #include "CatalogState.h"
 #include "app/services/DialogService.h"
@@ -28,12 +29,6 @@ namespace {
 QString withSlash(QString folder) {
     if (!folder.isEmpty() && !folder.endsWith('/')) folder += '/';
     return folder;
-}
-
-QString withoutExtension(const QString& path) {
-    const int slash = path.lastIndexOf('/');
-    const int dot = path.lastIndexOf('.');
-    return dot > slash ? path.left(dot) : path;
 }
 
 QString existingNoCase(const QString& path) {
@@ -248,13 +243,13 @@ QStringList FindUnopenedModels(int& analyzed) {
         for (const QString& mtl : Find_Files(dir + "*.mtl", false)) {
             // Tiles of a tiled model have materials of their own but are no models.
             if (mtl.toUpper().contains("TILE")) continue;
-            const QString obj = existingNoCase(withoutExtension(mtl) + ".obj");
+            const QString obj = existingNoCase(WithoutExtension(mtl) + ".obj");
             if (obj.isEmpty()) continue;
-            if (!existingNoCase(withoutExtension(obj) + "_inf.csv").isEmpty()) {
+            if (!existingNoCase(WithoutExtension(obj) + "_inf.csv").isEmpty()) {
                 ++analyzed;
                 continue;
             }
-            const bool hasPrj = !existingNoCase(withoutExtension(obj) + ".prj").isEmpty();
+            const bool hasPrj = !existingNoCase(WithoutExtension(obj) + ".prj").isEmpty();
             list.append(obj + "," + stamp(obj) + "," + (hasPrj ? "Has PRJ" : "No PRJ"));
         }
     }

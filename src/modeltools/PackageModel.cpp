@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "app/model/ModelPaths.h"
 #include "app/model/ModelSession.h"
 #include "app/services/FileHelpers.h"
 #include "app/services/FileDialogs.h"
@@ -36,11 +37,6 @@ bool nameAfter(const char* piece, const char* keyword, QString& name) {
 }
 
 std::FILE* openForReading(const QString& path) { return std::fopen(path.toLocal8Bit().constData(), "rb"); }
-
-QString withoutExtension(const QString& name) {
-    const int dot = name.lastIndexOf('.');
-    return dot > 0 ? name.left(dot) : name;
-}
 
 QString existing(const std::string& path) { return QString::fromStdString(FindFileNoCase(path)); }
 
@@ -86,7 +82,7 @@ void addModel(const QString& obj, int ma, PackList& list) {
             list.add(picture, ma == PACK_SMALL_JPG ? ReducePictureForPacking(picture) : picture);
         }
     }
-    list.add(existing(withoutExtension(obj).toStdString() + ".prj"));
+    list.add(existing(WithoutExtension(obj).toStdString() + ".prj"));
 }
 
 }  // namespace
@@ -137,7 +133,7 @@ QString CompressOBJ(int ma) {
             MyShowMessage("Missing\n" + input);
             continue;
         }
-        zip += withoutExtension(withoutExtension(QFileInfo(input).fileName()));
+        zip += WithoutExtension(WithoutExtension(QFileInfo(input).fileName()));
         addModel(input, ma, list);
     }
     if (list.listed.isEmpty()) return {};
@@ -156,7 +152,7 @@ QString CompressOBJ(int ma) {
     if (grid.isEmpty()) grid = existing(modelFolder + "TacticalG.shp");
     if (!grid.isEmpty()) {
         list.add(grid);
-        const std::string base = withoutExtension(grid).toStdString();
+        const std::string base = WithoutExtension(grid).toStdString();
         for (const char* companion : {".shx", ".dbf", ".prj"}) list.add(existing(base + companion));
     }
 

@@ -1,5 +1,7 @@
 #include "RectifyMenu.h"
 
+#include "ObjFacePass.h"
+
 #include <QString>
 #include <cmath>
 #include <cstdio>
@@ -32,8 +34,7 @@ std::string RectifybyONC1Click() {
     const RectifyResult result = RectifyOBJByONC(input, output, onc.toStdString(), 35);
     if (!result.written) return {};
     // The projection holds for the output too, as it now lies in map coordinates.
-    const std::string prj = FindFileNoCase(WithExtension(input, ".PRJ"));
-    if (!prj.empty()) OrvoCopyFile(QString::fromStdString(prj), QString::fromStdString(WithExtension(output, ".PRJ")));
+    CopyModelPrj(input, output);
     return output;
 }
 

@@ -22,6 +22,8 @@ std::string WithoutExtension(const std::string& path) {
     return dot == std::string::npos ? path : path.substr(0, dot);
 }
 
+QString WithoutExtension(const QString& path) { return QString::fromStdString(WithoutExtension(path.toStdString())); }
+
 std::string BaseNameOf(const std::string& path) {
     const std::string stem = WithoutExtension(path);
     const auto slash = stem.find_last_of('/');
