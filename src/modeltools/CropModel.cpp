@@ -53,11 +53,20 @@ CropResult CropObjFile(const std::string& input, const std::string& output, cons
     const int np = static_cast<int>(polygonX.size());
     // Each vertex is tested once, however many faces share it.
     std::vector<std::int8_t> outside;
+    // Beyond the outline's bounding box the angle sum is zero: no need to add it up.
+    double minX = 0, maxX = 0, minY = 0, maxY = 0;
+    if (np > 0) {
+        const auto [loX, hiX] = std::minmax_element(polygonX.begin(), polygonX.end());
+        const auto [loY, hiY] = std::minmax_element(polygonY.begin(), polygonY.end());
+        minX = *loX, maxX = *hiX, minY = *loY, maxY = *hiY;
+    }
     const auto cornerOutside = [&](int index, const LocalVertices& vertices) -> bool {
         const float* v = &vertices.xyz[static_cast<std::size_t>(index) * 3];
         if (outside.empty()) outside.assign(vertices.xyz.size() / 3, NOT_TESTED);
         std::int8_t& known = outside[static_cast<std::size_t>(index)];
-        if (known == NOT_TESTED) known = inpolygon(polygonX.data(), polygonY.data(), np, v[0], v[1]) != 0;
+        if (known == NOT_TESTED)
+            known = v[0] < minX || v[0] > maxX || v[1] < minY || v[1] > maxY ||
+                    inpolygon(polygonX.data(), polygonY.data(), np, v[0], v[1]) != 0;
         return known != 0;
     };
     const FacePassResult pass = RunObjFacePass(

@@ -81,7 +81,7 @@ FacePassResult RunObjFacePass(const std::string& input, const std::string& outpu
             continue;
         }
         text.clear();
-        AppendObjFace(text, face);
+        WriteObjFace(text, piece, face);
         out.write(text);
     }
     std::fclose(in);

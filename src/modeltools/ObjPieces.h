@@ -43,6 +43,8 @@ struct ObjFace {
     int v[3] = {0, 0, 0};
     int t[3] = {0, 0, 0};
     bool hasTexture = false;
+    // The piece reads exactly as AppendObjFace writes the face, so it can be copied as it stands.
+    bool plain = false;
 };
 
 // Reads a face piece ("f ..."): "v/t", "v/t/n", "v//n" or "v" corners, three of them.
@@ -52,6 +54,9 @@ bool ReadObjFace(std::string_view piece, ObjFace& face);
 // The face as the tools write it: "f v/t v/t v/t\n", normal references
 // dropped; "f v v v\n" for a face without texture coordinates.
 void AppendObjFace(std::string& out, const ObjFace& face);
+
+// The face of `piece` as the tools write it: the piece itself when it is plain.
+void WriteObjFace(std::string& out, std::string_view piece, const ObjFace& face);
 
 // Parses "v X Y Z" (the piece starts with "v "); false when it has fewer than three numbers.
 bool ReadObjVertex(std::string_view piece, double& x, double& y, double& z);

@@ -114,7 +114,7 @@ bool ExportTheShiftedModel(const std::string& model, const std::string& OutOBJ_F
             }
             ObjFace face;
             if (ReadObjFace(piece, face))
-                AppendObjFace(out, face);
+                WriteObjFace(out, piece, face);
             else
                 out.append(piece);
         });

@@ -96,6 +96,30 @@ TEST_F(CropCleanTest, ALineLongerThanTheBufferIsReadInPieces) {
     EXPECT_EQ(readTextFile(dir.path("out.obj")), std::string(kVertices) + head + "f 1/1 2/1 3/1\n");
 }
 
+TEST_F(CropCleanTest, KeptFacesAreWrittenInOneSpellingWhateverTheirInput) {
+    writeTextFile(dir.path("m.obj"), std::string(kVertices) +
+                                         "f 1/1 2/1 3/1\n"
+                                         "f 1/1  2/1 3/1\n"
+                                         "f 1/1\t2/1 3/1\n"
+                                         "f 01/1 2/1 3/1\n"
+                                         "f 1/1 2/1 3/1\r\n"
+                                         "f 1/1 2/1 3/1 \n"
+                                         "f 1//4 2//4 3//4\n"
+                                         "f 1 2/1 3/1\n"
+                                         "f 1/1 2/1 3/99999999999\n"  // not a face: copied as it stands
+                                         "f 1/1 2/1 3/1");
+    const CropResult result = CropObjFile(dir.path("m.obj"), dir.path("out.obj"), {}, {}, kNoCenter);
+    EXPECT_EQ(result.faces, 9);
+    EXPECT_EQ(result.kept, 9);
+    std::string faces;
+    for (int i = 0; i < 6; ++i) faces += "f 1/1 2/1 3/1\n";
+    EXPECT_EQ(readTextFile(dir.path("out.obj")), std::string(kVertices) + faces +
+                                                     "f 1 2 3\n"
+                                                     "f 1/0 2/1 3/1\n"
+                                                     "f 1/1 2/1 3/99999999999\n"
+                                                     "f 1/1 2/1 3/1\n");
+}
+
 TEST_F(CropCleanTest, CleanDropsFacesWithTwoCornersInRegions) {
     writeTextFile(dir.path("m.obj"),
                   "v 0 0 0\nv 1 0 0\nv 0 1 0\n"     // 1-3 all in region A
