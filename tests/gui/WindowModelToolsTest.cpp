@@ -115,3 +115,17 @@ TEST_F(WindowModelTools, CancelInTheProgressDialogLeavesNoTurnedCopy) {
     EXPECT_EQ(QDir(QString::fromStdString(dir.path("site"))).entryList({"*.part-*"}), QStringList());
     EXPECT_EQ(form.statusText(0), "Shif/Rotate the model cancelled: nothing written");
 }
+
+TEST_F(WindowModelTools, WithNoModelOpenTheModelItemsSaySoAndWriteNothing) {
+    const std::vector<std::string> argv{program()};
+    CaptureCommandLine(argv, RawCommandLine(argv));
+    dialogs.pushCancel();  // the open dialog at start-up
+    TFormAt3 form;
+    form.FormCreate(program());
+    for (const char* item : {"Markclosevertices1", "Cropthemodel1", "Asis1", "ExportONC1"}) {
+        chooseMenuItem(form, item);
+        EXPECT_EQ(dialogs.questions().back().text, "Open a model first") << item;
+    }
+    EXPECT_EQ(QDir(QString::fromStdString(dir.root())).entryList({"*.txt", "*.obj", "*.zip", "*.ONC"}, QDir::Files),
+              QStringList());
+}

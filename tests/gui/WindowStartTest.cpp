@@ -87,6 +87,11 @@ TEST_F(Window, TheSolarConfigurationHidesItsMenuItems) {
     solar->trigger();
     EXPECT_TRUE(solar->isChecked());
     EXPECT_FALSE(addPrj->isVisible());
+    for (const char* name : {"ExportONC1", "Compressthemodel1", "Rectifymodel1", "Explore3Dmodels1"}) {
+        QAction* item = form.findChild<QAction*>(name);
+        ASSERT_NE(item, nullptr) << name;
+        EXPECT_FALSE(item->isVisible()) << name;
+    }
     EXPECT_EQ(ORVOINI().readString("Viewer3D", "ConfiguredForSolar", ""), "YES");
     solar->trigger();
     EXPECT_FALSE(solar->isChecked());

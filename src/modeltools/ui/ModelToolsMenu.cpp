@@ -23,6 +23,7 @@
 #include "modeltools/PackageModel.h"
 #include "modeltools/RectifyMenu.h"
 #include "modeltools/ShiftModel.h"
+#include "scene/EngineSession.h"
 
 namespace {
 
@@ -40,6 +41,18 @@ QAction* addItem(QWidget* form, QMenu* menu, const char* name, const QString& ca
     QObject::connect(action, &QAction::triggered, form, [handler = std::move(handler)] { handler(); });
     menu->addAction(action);
     return action;
+}
+
+// Items that work on the open model: with none open they say so, rather than
+// failing later on an empty file name.
+std::function<void()> onOpenModel(std::function<void()> handler) {
+    return [handler = std::move(handler)] {
+        if (!engineSession().fileLoaded) {
+            MyShowMessage("Open a model first");
+            return;
+        }
+        handler();
+    };
 }
 
 // The new model the operator asked to open (the geocoded copy).
@@ -77,18 +90,21 @@ void CreateModelMenu(QWidget* form, QMenuBar* bar) {
     const auto long_job = [form](const QString& title, std::function<void()> job) {
         return [form, title, job = std::move(job)] { RunModelToolWithProgress(form, title, job); };
     };
-    addItem(form, menu, "Cropthemodel1", "Crop the model", "", long_job("Crop the model", [] { CropTheModelFromFile(); }));
+    addItem(form, menu, "Cropthemodel1", "Crop the model", "", onOpenModel(long_job("Crop the model", [] { CropTheModelFromFile(); })));
     addItem(form, menu, "Markclosevertices1", "Mark close vertices", "Mark all vertices clser then 2 m horizontally",
-            [] { SSetTextAt3(0, QString::number(MarkCloseVertices()) + " regions to clean"); });
-    addItem(form, menu, "Markabovetheclickedz1", "Mark above the clicked Z", "", [] {
-        if (const int regions = MarkAboveClickedZ()) SSetTextAt3(0, QString::number(regions) + " regions to clean");
-    });
+            onOpenModel([] { SSetTextAt3(0, QString::number(MarkCloseVertices()) + " regions to clean"); }));
+    addItem(form, menu, "Markabovetheclickedz1", "Mark above the clicked Z", "", onOpenModel([] {
+                if (const int regions = MarkAboveClickedZ())
+                    SSetTextAt3(0, QString::number(regions) + " regions to clean");
+            }));
     QAction* clean = addItem(form, menu, "Cleanthemodel1", "Clean the model", "",
-                             long_job("Clean the model", [] { CleanTheModelFromFile(); }));
-    // Cleaning needs marked regions: the item shows only when their list exists.
+                             onOpenModel(long_job("Clean the model", [] { CleanTheModelFromFile(); })));
+    // Cleaning needs marked regions: the item shows only when their list exists
+    // (and the solar configuration has not hidden it).
     QObject::connect(menu, &QMenu::aboutToShow, form, [clean] {
         const std::string& list = modelSession().TodeleteVerticesFile;
-        clean->setVisible(!list.empty() && QFileInfo::exists(QString::fromStdString(list)));
+        clean->setVisible(ControlVisible("Cleanthemodel1") && !list.empty() &&
+                          QFileInfo::exists(QString::fromStdString(list)));
     });
     menu->addSeparator();
 
@@ -107,34 +123,36 @@ void CreateModelMenu(QWidget* form, QMenuBar* bar) {
         RunModelToolWithProgress(form, "Rectify", [&output] { output = Rectify1Click(); });
         openNewModel(output);
     });
-    addItem(form, geocode, "ExportGCP1", "Export GCP", "Export points to prepare data for model geocoding",
-            [] { ExportONC(); });
+    addItem(form, geocode, "ExportONC1", "Export GCP", "Export points to prepare data for model geocoding",
+            onOpenModel([] { ExportONC(); }));
     addItem(form, geocode, "HelpONC1", "Help", "", [] { MyShowMessage(OncHelpText()); });
     menu->addSeparator();
 
-    addItem(form, menu, "Exportthemodel1", "Export the model", "", [] { SaveTheModel(QString()); });
+    addItem(form, menu, "Exportthemodel1", "Export the model", "", onOpenModel([] { SaveTheModel(QString()); }));
     addItem(form, menu, "SaveLocalizedModel", "Save  localized model", "Export the model with small coordinates",
-            [] { SaveLocalizedModelClick(); });
+            onOpenModel([] { SaveLocalizedModelClick(); }));
     QAction* shift = addItem(form, menu, "Shiftthemodel1", "Shift the model", "",
-                             long_job("Shift the model", [] { Shiftthemodel1Click(); }));
+                             onOpenModel(long_job("Shift the model", [] { Shiftthemodel1Click(); })));
     shift->setVisible(false);
     addItem(form, menu, "ShiftRotatethemodel1", "Shif/Rotate the model",
             "Shift and rotate the model (meters and degrees CW)",
-            long_job("Shif/Rotate the model", [] { ShiftRotatethemodel1Click(); }));
+            onOpenModel(long_job("Shif/Rotate the model", [] { ShiftRotatethemodel1Click(); })));
     addItem(form, menu, "Findmodelshift1", "Find model shift", "Find the requested model shift",
-            [] { Findmodelshift1Click(); });
+            onOpenModel([] { Findmodelshift1Click(); }));
     addItem(form, menu, "Restoreshifted1", "Restore shifted", "", [] { Restoreshifted1Click(); });
     menu->addSeparator();
 
     QMenu* zip = menu->addMenu("Zip the model");
     zip->setObjectName("Zipthemodel1");
+    // The solar configuration hides the submenu by this name.
+    zip->menuAction()->setObjectName("Compressthemodel1");
     zip->menuAction()->setStatusTip("Create a ZIP file from all relevant files");
     for (const auto& [name, caption, hint, form_] :
          {std::tuple{"Asis1", "Normal", "", PACK_NORMAL}, std::tuple{"ReduceJPJ1", "With small JPG", "", PACK_SMALL_JPG},
           std::tuple{"Withobliques1", "With obliques", "", PACK_WITH_OBLIQUES},
           std::tuple{"WitheverysecondJPG1", "With every second JPG", "Keep only every seconf image, to save storage",
                      PACK_EVERY_SECOND_JPG}})
-        addItem(form, zip, name, caption, hint, long_job("Zip the model", [ma = form_] { CompressOBJ(ma); }));
+        addItem(form, zip, name, caption, hint, onOpenModel(long_job("Zip the model", [ma = form_] { CompressOBJ(ma); })));
     menu->addSeparator();
 
     addItem(form, menu, "Explore3Dmodels1", "Explore 3D models", "", [] { DoExploreModels(); });
