@@ -83,26 +83,6 @@ protected:
 
 }  // namespace
 
-TEST(KeyCodes, QtKeysBecomeTheTableCodesAndOnlyTheNumberPadZooms) {
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Escape, false), 27);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_PageUp, false), 33);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_PageDown, false), 34);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_End, false), 35);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Home, false), 36);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Left, false), 37);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Up, false), 38);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Right, false), 39);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Down, false), 40);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_W, false), 87);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_S, false), 83);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_F8, false), 119);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_F4, false), 115);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Plus, true), 107);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Minus, true), 109);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Plus, false), 0);
-    EXPECT_EQ(KeyCodeFromQt(Qt::Key_A, false), 0);
-}
-
 TEST_F(Dispatcher, TheWheelZoomsOnlyOverTheMainForm) {
     AppMsg wheel;
     wheel.message = WM_MOUSEWHEEL;

@@ -1,6 +1,6 @@
-// Start-up of the session and its end: the folders, the run log, the drone
-// table, the custom icons, the renderer rule, the exit question and the
-// cleaning of the temporary folder.
+// Start-up of the session and its end: the folders, the run log, the custom
+// icons, the renderer rule, the exit question and the cleaning of the
+// temporary folder.
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -70,15 +70,6 @@ TEST_F(SessionStart, TheTemporaryFolderFailureNamesTheUserFolder) {
     EXPECT_FALSE(FormCreateSession(program, ""));
     ASSERT_EQ(dialogs.questions().size(), 1u);
     EXPECT_EQ(dialogs.questions()[0].text.toStdString(), "Can not create directory " + dir.root() + "home/Orvo_/");
-}
-
-TEST_F(SessionStart, TheDroneTableIsKeptVerbatim) {
-    ASSERT_TRUE(FormCreateSession(program, ""));
-    const QStringList& table = startupState().TScam;
-    ASSERT_EQ(table.size(), 12);
-    EXPECT_EQ(table[0], "Drone,Focal35,W,H,Widthmm,Model,Focal,Global shutter,Max speed,Shot interval,FP version");
-    EXPECT_EQ(table[2], "Mavic 3T,24,8000,6000,6.4,M3T,4.4,  0,14,2,N");
-    EXPECT_EQ(table[11], "M300 P1 (50mm),50,8192,5792,36,ZenmuseP1,50,1,14,1,O");
 }
 
 TEST_F(SessionStart, CustomIconsOfferTheTacticalButton) {
