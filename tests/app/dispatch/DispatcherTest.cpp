@@ -83,6 +83,13 @@ protected:
 
 }  // namespace
 
+TEST(KeyCodes, OnlyTheNumberPadsPlusAndMinusZoom) {
+    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Plus, true), KEY_ADD);
+    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Minus, true), KEY_SUBTRACT);
+    EXPECT_EQ(KeyCodeFromQt(Qt::Key_Plus, false), 0);
+    EXPECT_EQ(KeyCodeFromQt(Qt::Key_A, false), 0);
+}
+
 TEST_F(Dispatcher, TheWheelZoomsOnlyOverTheMainForm) {
     AppMsg wheel;
     wheel.message = WM_MOUSEWHEEL;

@@ -90,11 +90,6 @@ TEST_F(ModelOpening, UnreadableModelLeavesFileLoadedZero) {
 TEST_F(ModelOpening, ExtensionsMapToReadTypesInAnyCase) {
     EXPECT_EQ(ModelTypeOfExtension("a/B.OBJ"), AT3D_READ_OBJ);
     EXPECT_EQ(ModelTypeOfExtension("x.Dae"), AT3D_READ_DAE);
-    EXPECT_EQ(ModelTypeOfExtension("x.3ds"), AT3D_READ_3DS);
-    EXPECT_EQ(ModelTypeOfExtension("x.stl"), AT3D_READ_STL);
-    EXPECT_EQ(ModelTypeOfExtension("x.dxf"), AT3D_READ_DXF);
-    EXPECT_EQ(ModelTypeOfExtension("x.cob"), AT3D_READ_COB);
-    EXPECT_EQ(ModelTypeOfExtension("x.atm"), AT3D_READ_ATM);
     EXPECT_EQ(ModelTypeOfExtension("dir.obj/file"), -1);
     EXPECT_EQ(ModelTypeOfExtension("x.shp"), -1);
 }

@@ -46,25 +46,21 @@ protected:
 
 }  // namespace
 
-TEST_F(SessionSettings, TextureOf8192ChecksItsItemOnly) {
-    load("[Viewer3D]\nTexture=8192\n");
-    EXPECT_EQ(viewerSettings().REDUCEJPGSIZE, 8192);
-    EXPECT_TRUE(ControlChecked("M8192"));
-    EXPECT_EQ(checkedTextureItems(), 1);
-}
-
-TEST_F(SessionSettings, ABadTextureNumberTakesTheDefault) {
-    load("[Viewer3D]\nTexture=big\n");
-    EXPECT_EQ(viewerSettings().REDUCEJPGSIZE, 16384);
-    EXPECT_TRUE(ControlChecked("M16384"));
-    EXPECT_EQ(checkedTextureItems(), 1);
-}
-
-TEST_F(SessionSettings, ATextureWithoutItsItemKeepsTheValueAndChecksTheDefault) {
-    load("[Viewer3D]\nTexture=2048\n");
-    EXPECT_EQ(viewerSettings().REDUCEJPGSIZE, 2048);
-    EXPECT_TRUE(ControlChecked("M16384"));
-    EXPECT_EQ(checkedTextureItems(), 1);
+// A size without its own item, or no number at all, checks the default item.
+TEST_F(SessionSettings, TheTextureSizeChecksItsItemOrTheDefaultOne) {
+    const struct {
+        const char* text;
+        int size;
+        const char* item;
+    } cases[] = {{"8192", 8192, "M8192"}, {"big", 16384, "M16384"}, {"2048", 2048, "M16384"}};
+    for (const auto& c : cases) {
+        resetMainFormState();
+        resetViewerSettings();
+        load(std::string("[Viewer3D]\nTexture=") + c.text + "\n");
+        EXPECT_EQ(viewerSettings().REDUCEJPGSIZE, c.size) << c.text;
+        EXPECT_TRUE(ControlChecked(c.item)) << c.text;
+        EXPECT_EQ(checkedTextureItems(), 1) << c.text;
+    }
 }
 
 TEST_F(SessionSettings, EnergyLossDefaultsToTenNotTheInitialFifteen) {
