@@ -63,7 +63,6 @@ TEST(TiltedIrradiance, AnHourWithoutClimateDataGivesZero) {
 TEST(PanelKinds, RoofTypeTiltAndRating) {
     EXPECT_EQ(GetRoofAlbedo(1), 0.85);
     EXPECT_EQ(GetRoofAlbedo(7), 0.25);  // anything but 1 is tiles
-    EXPECT_EQ(GetRoofDescription(0), "Red tile roof");
     EXPECT_EQ(DeterminePanelType(0.5, 30), "GroundMount");
     EXPECT_EQ(DeterminePanelType(12, 15), "WhiteRoof");
     EXPECT_EQ(PanelPowerKW(100), 100.0);  // above 100 is watts

@@ -149,7 +149,6 @@ TEST_F(ReportHtml, PictureBesideTheCsvIsEmbeddedAndDocumentationLinked) {
     // The report exists while the documentation is written, so it links back.
     EXPECT_NE(readTextFile(dir.path("report_TechnicalDocumentation.html")).find("<a href='report.html'"),
               std::string::npos);
-    EXPECT_NE(sunLog().find("Image successfully embedded - should work in Gmail!\n"), std::string::npos);
 }
 
 TEST_F(ReportHtml, CustomerReplacesTheProjectName) {

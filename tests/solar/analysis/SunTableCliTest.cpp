@@ -1,7 +1,6 @@
 // zorvex64-cli sun-table, run as a user would run it.
 #include <gtest/gtest.h>
 
-
 #include <cstdio>
 #include <string>
 
@@ -13,10 +12,6 @@ using testsupport::ScratchDir;
 
 using testsupport::CliResult;
 using testsupport::runCli;
-
-namespace {
-
-}  // namespace
 
 TEST(CliSunTable, WritesTheTableAndPrintsItsRows) {
     ScratchDir dir;

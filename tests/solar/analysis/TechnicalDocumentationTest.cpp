@@ -33,7 +33,6 @@ protected:
 
 TEST_F(TechnicalDocumentation, ProjectFiguresFillTheFixedText) {
     const std::string page = makePage(twoPanels());
-    EXPECT_NE(page.find("<title>Solar Analysis Technical Documentation</title>"), std::string::npos);
     EXPECT_NE(page.find("<p>Comprehensive Technical Analysis for Project: Roof</p>\n"), std::string::npos);
     EXPECT_NE(page.find("<p>Location: Unknown location (32&deg;30&#39;00.0000&quot;N, 34&deg;54&#39;00.0000&quot;E)"
                         "</p>\n"),
@@ -48,12 +47,10 @@ TEST_F(TechnicalDocumentation, ProjectFiguresFillTheFixedText) {
               std::string::npos);
     EXPECT_NE(page.find("- Real factor = 0.85 (empirical correction for real-world losses)\n"), std::string::npos);
     EXPECT_NE(page.find("lat=32.500000&lon=34.900000<br>\n"), std::string::npos);
-    EXPECT_NE(page.find("(rayStart, rayEnd, 0.5, hitPoint, 1)"), std::string::npos);
     // 1500 / 1.25 = 1200; 1500 / (1.25 x 8760) = 13.7 %.
     EXPECT_NE(page.find("<p>System specific yield: 1200 kWh/kWp. Capacity factor: 13.7%. Performance within "
                         "expected ranges for Israel.</p>\n"),
               std::string::npos);
-    EXPECT_NE(page.find("DMXXXG12RT-B66HSW-625"), std::string::npos);
 }
 
 TEST_F(TechnicalDocumentation, TenContentsLinksReachTheirSections) {
@@ -89,7 +86,6 @@ TEST_F(TechnicalDocumentation, FooterLinksTheReportOnlyWhenItExists) {
     EXPECT_NE(page.find("<a href='run.html' target='_blank'>"), std::string::npos);
     EXPECT_EQ(page.find("Summary report not found"), std::string::npos);
     EXPECT_EQ(page.find("<!DOCTYPE html>"), page.rfind("<!DOCTYPE html>"));
-    EXPECT_NE(page.find("Orvo Systems Solar Analysis Engine"), std::string::npos);
     EXPECT_EQ(page.substr(page.size() - 16), "</body>\n</html>\n");
 }
 
@@ -104,8 +100,6 @@ TEST_F(TechnicalDocumentation, MissingCsvIsAskedForAndCancelGivesNothing) {
     EXPECT_EQ(CreateTechnicalDocumentation(dir.path("gone.csv"), site), "");
     ASSERT_EQ(dialogs.questions().size(), 1u);
     EXPECT_EQ(dialogs.questions()[0].kind, ScriptedDialogService::Question::File);
-    EXPECT_EQ(dialogs.questions()[0].title, "Open the CSV file (input)");
-    EXPECT_EQ(dialogs.questions()[0].text, "Image file (*.CSV)|*.CSV");
 
     writeTextFile(dir.path("other.csv"), twoPanels());
     dialogs.pushFile(QString::fromStdString(dir.path("other.csv")));

@@ -53,14 +53,10 @@ TEST(TFormPanels, ShowsTheCatalogueDefaultsAndRefusesATiltBelowTiles) {
     EXPECT_EQ(form.PanelsRG->checkedButton()->text(), "AIKO-ZV620 ABC");
     EXPECT_FALSE(form.PanelImageTexture->pixmap().isNull());  // the dark texture of the data folder
     EXPECT_EQ(form.TiltEdit->text(), "0.00");
-    EXPECT_EQ(form.TiltEdit->toolTip(), "Tilt relative to horizontal  (degrees)");
     EXPECT_EQ(form.LiftEdit->text(), "0.20");
     EXPECT_EQ(form.RowsGap->text(), "0.00");
-    EXPECT_EQ(form.RowsGap->toolTip(), "Overrules the calsulated gap. Click to get suggestion.");
     EXPECT_EQ(form.RooftypeRG->checkedId(), 0);
-    EXPECT_EQ(form.RooftypeRG->button(1)->text(), "WHITE_FLAT ");
     EXPECT_EQ(form.RowsPairingRG->checkedButton()->text(), "Double Rows");
-    EXPECT_EQ(form.GapHelp->text(), "&Help");
     EXPECT_FALSE(form.GapHelp->isEnabled());  // no row spacing help installed
     EXPECT_EQ(form.StatusBar1->currentMessage(), "Length 2382   Width 1134  ");
     EXPECT_TRUE(form.windowFlags() & Qt::WindowStaysOnTopHint);

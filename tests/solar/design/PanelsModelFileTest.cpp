@@ -110,9 +110,7 @@ TEST_F(PanelsModelFile, RestoringTakesTheScenesPanelsOutFirstThenLoadsTheModel) 
 
     dialogs.pushFile(file);
     EXPECT_EQ(Restore1Click(folder), file);
-    const auto& asked = dialogs.questions().back();
-    EXPECT_EQ(asked.title, "Open the panels model file(input)");
-    EXPECT_EQ(asked.folder, folder);
+    EXPECT_EQ(dialogs.questions().back().folder, folder);
     EXPECT_EQ(panelStore().NumPanelsCreated, 0);
     char name[AT3D_NAME_SIZE];
     EXPECT_EQ(At3d_GetNextLayer(nullptr, name), nullptr);
