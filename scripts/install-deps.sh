@@ -15,6 +15,7 @@ PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth fonts-dejavu-core fonts-liberation2
   chromium
+  clang libclang-rt-14-dev libfuzzer-14-dev
 )
 
 missing=()
