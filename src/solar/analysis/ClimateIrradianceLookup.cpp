@@ -4,28 +4,22 @@
 
 #include "ClimateText.h"
 
-std::size_t HourIrradianceIndex::HourKeyHash::operator()(const HourKey& k) const {
-    return (std::size_t(unsigned(k.month)) * 1000003u) ^ (std::size_t(unsigned(k.day)) * 10007u) ^ unsigned(k.hour);
-}
-
 HourIrradianceIndex::HourIrradianceIndex(const QStringList& lines) {
     const ClimateCLocale cNumbers;
     for (qsizetype i = 1; i < lines.size(); ++i) {
         const QByteArray line = lines[i].toUtf8();
-        HourKey key{};
-        int minute = 0;
+        int month = 0, day = 0, hour = 0, minute = 0;
         IrradianceComponents c;
         double temperature = 0, wind = 0;
-        if (std::sscanf(line.constData(), "%d-%d,%d:%d,%lf,%lf,%lf,%lf,%lf", &key.month, &key.day, &key.hour, &minute,
+        if (std::sscanf(line.constData(), "%d-%d,%d:%d,%lf,%lf,%lf,%lf,%lf", &month, &day, &hour, &minute,
                         &c.beam, &c.diffuse, &c.reflected, &temperature, &wind) < 9)
             continue;
-        firstLineOfHour_.try_emplace(key, c);
+        firstLineOfHour_.insertFirst(month, day, hour, c);
     }
 }
 
 const IrradianceComponents* HourIrradianceIndex::find(int month, int day, int hour) const {
-    const auto it = firstLineOfHour_.find(HourKey{month, day, hour});
-    return it == firstLineOfHour_.end() ? nullptr : &it->second;
+    return firstLineOfHour_.find(month, day, hour);
 }
 
 QStringList LoadHourlyClimateList(const std::string& path) {
@@ -41,8 +35,8 @@ IrradianceComponents GetRealIrradianceForTime(const std::string& date, const std
                                               const HourIrradianceIndex& TS) {
     IrradianceComponents result{-1, -1, -1};
     int year = 0, month = 0, day = 0, hour = 0, minute = 0;
-    std::sscanf(date.c_str(), "%4d-%2d-%2d", &year, &month, &day);
-    std::sscanf(time.c_str(), "%2d:%2d", &hour, &minute);
+    ScanDateParts(date.c_str(), year, month, day);
+    ScanTimeParts(time.c_str(), hour, minute);
     if (const IrradianceComponents* found = TS.find(month, day, hour)) result = *found;
     return result;
 }

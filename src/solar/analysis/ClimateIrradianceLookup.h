@@ -5,7 +5,8 @@
 
 #include <QStringList>
 #include <string>
-#include <unordered_map>
+
+#include "HourTable.h"
 
 // W/m2 on the horizontal plane.
 struct IrradianceComponents {
@@ -25,14 +26,7 @@ public:
     const IrradianceComponents* find(int month, int day, int hour) const;
 
 private:
-    struct HourKey {
-        int month, day, hour;
-        bool operator==(const HourKey&) const = default;
-    };
-    struct HourKeyHash {
-        std::size_t operator()(const HourKey& k) const;
-    };
-    std::unordered_map<HourKey, IrradianceComponents, HourKeyHash> firstLineOfHour_;
+    HourTable<IrradianceComponents> firstLineOfHour_;
 };
 
 // The hourly climate list "PVGIST_H.csv" as lines; empty when it cannot be read.

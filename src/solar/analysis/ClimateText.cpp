@@ -1,6 +1,7 @@
 #include "ClimateText.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -74,6 +75,36 @@ double TolerantNumber(std::string_view text, double fallback) {
     return value;
 }
 
+namespace {
+
+// One "%Nd": blanks, then at most `width` characters of a sign and digits; false when no digit comes.
+bool scanWidthInt(const char*& p, int width, int& value) {
+    while (std::isspace(static_cast<unsigned char>(*p))) ++p;
+    const char* q = p;
+    int used = 0, digits = 0, magnitude = 0;
+    const bool negative = *q == '-';
+    if (*q == '+' || *q == '-') ++q, ++used;
+    for (; used < width && *q >= '0' && *q <= '9'; ++q, ++used, ++digits) magnitude = magnitude * 10 + (*q - '0');
+    if (digits == 0) return false;
+    value = negative ? -magnitude : magnitude;
+    p = q;
+    return true;
+}
+
+}  // namespace
+
+void ScanDateParts(const char* date, int& year, int& month, int& day) {
+    const char* p = date;
+    if (!scanWidthInt(p, 4, year) || *p++ != '-' || !scanWidthInt(p, 2, month) || *p++ != '-') return;
+    scanWidthInt(p, 2, day);
+}
+
+void ScanTimeParts(const char* time, int& hour, int& minute) {
+    const char* p = time;
+    if (!scanWidthInt(p, 2, hour) || *p++ != ':') return;
+    scanWidthInt(p, 2, minute);
+}
+
 std::string_view TrimText(std::string_view text) {
     while (!text.empty() && static_cast<unsigned char>(text.front()) <= ' ') text.remove_prefix(1);
     while (!text.empty() && static_cast<unsigned char>(text.back()) <= ' ') text.remove_suffix(1);
@@ -112,12 +143,34 @@ std::vector<std::string> SplitTextLines(std::string_view text) {
     return lines;
 }
 
-bool ReadTextLines(const std::string& path, std::vector<std::string>& lines) {
+std::size_t CountTextLines(std::string_view text) {
+    std::size_t lines = 0, i = 0, start = 0;
+    while (i < text.size()) {
+        const char c = text[i];
+        if (c != '\r' && c != '\n') {
+            ++i;
+            continue;
+        }
+        ++lines;
+        i += (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ? 2 : 1;
+        start = i;
+    }
+    return lines + (start < text.size() ? 1 : 0);
+}
+
+bool ReadTextFile(const std::string& path, std::string& text) {
     std::ifstream in(path, std::ios::binary);
     if (!in) return false;
-    std::ostringstream text;
-    text << in.rdbuf();
-    lines = SplitTextLines(text.str());
+    std::ostringstream whole;
+    whole << in.rdbuf();
+    text = std::move(whole).str();
+    return true;
+}
+
+bool ReadTextLines(const std::string& path, std::vector<std::string>& lines) {
+    std::string text;
+    if (!ReadTextFile(path, text)) return false;
+    lines = SplitTextLines(text);
     return true;
 }
 

@@ -23,27 +23,26 @@ int twoDigits(const QString& line, qsizetype at) {
     return digits ? (a.unicode() - '0') * 10 + (b.unicode() - '0') : -1;
 }
 
-// The number month·10000 + day·100 + hour of a line that begins "MM-DD,HH:00"; -1 otherwise.
-int keyOfLine(const QString& line) {
+// Month, day and hour of a line that begins "MM-DD,HH:00"; false otherwise.
+bool keyOfLine(const QString& line, int& month, int& day, int& hour) {
     if (line.size() < kKeyLength || line[2] != QLatin1Char('-') || line[5] != QLatin1Char(',') ||
         line[8] != QLatin1Char(':') || line[9] != QLatin1Char('0') || line[10] != QLatin1Char('0'))
-        return -1;
-    const int month = twoDigits(line, 0), day = twoDigits(line, 3), hour = twoDigits(line, 6);
-    return month < 0 || day < 0 || hour < 0 ? -1 : month * 10000 + day * 100 + hour;
+        return false;
+    month = twoDigits(line, 0), day = twoDigits(line, 3), hour = twoDigits(line, 6);
+    return month >= 0 && day >= 0 && hour >= 0;
 }
 
 }  // namespace
 
 HourClimateIndex::HourClimateIndex(const QStringList& lines) {
     for (qsizetype i = 1; i < lines.size(); ++i) {
-        const int key = keyOfLine(lines[i]);
-        if (key >= 0 && !firstLineOfKey_.contains(key)) firstLineOfKey_.insert(key, climateOfLine(lines[i]));
+        int month = 0, day = 0, hour = 0;
+        if (keyOfLine(lines[i], month, day, hour)) firstLineOfKey_.insertFirst(month, day, hour, climateOfLine(lines[i]));
     }
 }
 
 // Only two-digit parts can spell a line's key; anything else has no line.
 HourClimate HourClimateIndex::lookup(int month, int day, int hour) const {
-    const auto twoDigit = [](int v) { return v >= 0 && v <= 99; };
-    if (!twoDigit(month) || !twoDigit(day) || !twoDigit(hour)) return {};
-    return firstLineOfKey_.value(month * 10000 + day * 100 + hour, HourClimate{});
+    const HourClimate* found = firstLineOfKey_.find(month, day, hour);
+    return found ? *found : HourClimate{};
 }

@@ -4,9 +4,10 @@
 // "MM-DD,HH:00".
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <QStringList>
+
+#include "HourTable.h"
 
 struct HourClimate {
     double ambientTemp = 20;  // degrees C
@@ -22,5 +23,5 @@ public:
     HourClimate lookup(int month, int day, int hour) const;
 
 private:
-    QHash<int, HourClimate> firstLineOfKey_;  // month·10000 + day·100 + hour
+    HourTable<HourClimate> firstLineOfKey_;
 };

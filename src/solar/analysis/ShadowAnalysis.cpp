@@ -52,8 +52,8 @@ std::string shadingFile(const PANEL& panel, const char* tail) {
 }
 
 int fileLineCount(const std::string& path) {
-    std::vector<std::string> lines;
-    return ReadTextLines(path, lines) ? static_cast<int>(lines.size()) : 0;
+    std::string text;
+    return ReadTextFile(path, text) ? static_cast<int>(CountTextLines(text)) : 0;
 }
 
 // A CSV row holds a dozen numbers and a panel's year thousands of rows:
@@ -260,10 +260,9 @@ std::string AnalyzeShadowForPointEx(const PANEL&, CombinedPanelResults& r, const
         row.SHADED = shaded;
         if (shaded) ++shadedCount;
 
-        int month = 0, hourOfDay = 0, day = 0;
-        std::sscanf(row.date, "%*4d-%2d-%*2d", &month);
-        std::sscanf(row.time, "%2d", &hourOfDay);
-        std::sscanf(row.date, "%*4d-%*2d-%2d", &day);
+        int year = 0, month = 0, hourOfDay = 0, minute = 0, day = 0;
+        ScanDateParts(row.date, year, month, day);
+        ScanTimeParts(row.time, hourOfDay, minute);
         const HourClimate hourClimate =
             useRealIrradiance ? climate.hourClimate->lookup(month, day, hourOfDay) : HourClimate{};
         HourEnergyInput input;
