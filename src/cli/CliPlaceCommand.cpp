@@ -22,9 +22,11 @@
 
 namespace {
 
-constexpr const char* kUsage =
-    "zorvex64-cli place MODEL X1 Y1 Z1 X2 Y2 Z2 X3 Y3 Z3 --module NAME [--tilt DEG] [--landscape] "
-    "[--pairing single|rows|double] [--roof tile|flat] [--lift M] [--rows-gap M] [--fix skew|tilt|none]";
+// The command list prints the name before the arguments; the usage line of an error names the program too.
+#define ZV_PLACE_ARGUMENTS                                                                    \
+    "MODEL X1 Y1 Z1 X2 Y2 Z2 X3 Y3 Z3 --module NAME [--tilt DEG] [--landscape] "              \
+    "[--pairing single|rows|double] [--roof tile|flat] [--lift M] [--rows-gap M] [--fix skew|tilt|none]"
+constexpr const char* kUsage = "zorvex64-cli place " ZV_PLACE_ARGUMENTS;
 
 struct PlaceOptions {
     std::string model;
@@ -172,4 +174,4 @@ int CliPlace(const std::vector<std::string>& args) {
 
 }  // namespace
 
-ZV_CLI_COMMAND("place", kUsage, CliPlace);
+ZV_CLI_COMMAND("place", ZV_PLACE_ARGUMENTS, CliPlace);

@@ -104,3 +104,15 @@ TEST(CliErrors, BadArgumentsExitTwoAndFailuresExitOne) {
     EXPECT_NE(r.err.find("bad vertex at line 1"), std::string::npos);
     EXPECT_EQ(r.out, "");
 }
+
+TEST(CliErrors, TheCommandListNamesEachCommandOnce) {
+    ScratchDir dir;
+    const CliResult r = runCli("--help", dir);
+    EXPECT_EQ(r.exitCode, 0);
+    // The program's name stands in the heading only; each line is "  NAME ARGUMENTS".
+    std::size_t named = 0;
+    for (std::size_t at = r.out.find("zorvex64-cli"); at != std::string::npos; at = r.out.find("zorvex64-cli", at + 1))
+        ++named;
+    EXPECT_EQ(named, 1u) << r.out;
+    EXPECT_NE(r.out.find("\n  place MODEL X1 Y1 Z1 X2 Y2 Z2 X3 Y3 Z3 --module NAME"), std::string::npos) << r.out;
+}
