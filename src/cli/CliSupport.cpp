@@ -88,7 +88,9 @@ bool OpenModelForCli(const std::string& path, OpenedModel& opened) {
         std::fprintf(stderr, "error: not a model file: %s\n", path.c_str());
         return false;
     }
-    if (!OpenModelHeadless(path, opened)) {
+    const bool read = OpenModelHeadless(path, opened);
+    if (!opened.offsetProblem.empty()) std::fprintf(stderr, "%s\n", opened.offsetProblem.c_str());
+    if (!read) {
         std::fprintf(stderr, "error: the model could not be read: %s\n", path.c_str());
         return false;
     }

@@ -60,6 +60,18 @@ TEST(CliInfo, ModelWithoutSideFilesHasZeroOffsetAndNoSystem) {
     EXPECT_NE(r.out.find("epsg: -1\n"), std::string::npos);
 }
 
+TEST(CliInfo, AnOffsetThatIsNotFiniteIsRefusedAndTheModelStillOpens) {
+    ScratchDir dir;
+    writeTextFile(dir.path("m.obj"), "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    writeTextFile(dir.path("offset.txt"), "1e400,2,3\n");
+    const CliResult r = runCli("info " + dir.path("m.obj"), dir);
+    EXPECT_EQ(r.exitCode, 0) << r.err;
+    EXPECT_NE(r.out.find("offset: 0.000 0.000 0.000\nbounds_map: 0.000 1.000 0.000 1.000 0.000 0.000\n"),
+              std::string::npos)
+        << r.out;
+    EXPECT_NE(r.err.find("offset.txt: the line \"1e400,2,3\" holds \"1e400\""), std::string::npos) << r.err;
+}
+
 TEST(CliRay, ReportsTheHitInTheMapFrame) {
     ScratchDir dir;
     writeSite(dir);

@@ -131,6 +131,10 @@ TEST(ObjReader, BadFilesGiveZeroAndALogLineAndKeepTheSceneUsable) {
         {"cut.obj", std::string(QUAD) + "f 1 2", "fewer than three corners at line 5"},
         {"shortvertex.obj", "v 1 2 3\nv 1.0 2.0\n", "bad vertex at line 2"},
         {"garbage.obj", "v abc def ghi\n", "bad vertex at line 1"},
+        // Numbers that parse but stand nowhere: the bounds would become infinite.
+        {"nan.obj", std::string(QUAD) + "v 1 nan 3\nf 1 2 3\n", "not a finite number at line 5"},
+        {"huge.obj", "v 1e400 2 3\n", "not a finite number at line 1"},
+        {"infuv.obj", std::string(QUAD) + "vt 0.5 inf\nf 1 2 3\n", "texture coordinate that is not a finite number"},
         {"empty.obj", "", "no faces or lines"},
         {"zero.obj", std::string(QUAD) + "f 0 1 2\n", "bad face at line 5"},
     };

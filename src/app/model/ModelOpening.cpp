@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 
@@ -47,12 +49,42 @@ std::string FindOffsetFile(const std::string& modelPath) {
     return FindFileNoCase(WithExtension(modelPath, ".zuz"));
 }
 
-bool ReadOffsetFile(const std::string& path, double Offset[3]) {
+bool ReadOffsetFile(const std::string& path, double Offset[3], std::string* problem) {
     std::ifstream in(path, std::ios::binary);
     std::string line;
     if (!in || !std::getline(in, line)) return false;
-    std::replace(line.begin(), line.end(), ',', ' ');
-    std::sscanf(line.c_str(), "%lf%lf%lf", &Offset[0], &Offset[1], &Offset[2]);
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    std::string words = line;
+    std::replace(words.begin(), words.end(), ',', ' ');
+    // As a scan of three numbers: it stops at the first word that is not one,
+    // and from there the entries keep the offset they had. A number that is
+    // not finite stops it too: an infinite shift would throw the model off the map.
+    const char* p = words.c_str();
+    const char* end = p + words.size();
+    for (int k = 0; k < 3; ++k) {
+        while (p < end && std::isspace(static_cast<unsigned char>(*p))) ++p;
+        if (p == end) return true;
+        const char* word = p;
+        double value = 0;
+        auto [next, ec] = std::from_chars(p + (*p == '+' ? 1 : 0), end, value);
+        if (ec == std::errc() && std::isfinite(value)) {
+            Offset[k] = value;
+            p = next;
+            continue;
+        }
+        const char* wordEnd = word;
+        while (wordEnd < end && !std::isspace(static_cast<unsigned char>(*wordEnd))) ++wordEnd;
+        if (problem) {
+            char text[1024];
+            std::snprintf(text, sizeof text,
+                          "%s: the line \"%.300s\" holds \"%.100s\", which is not a finite number; the offset is "
+                          "%.3f %.3f %.3f",
+                          path.c_str(), line.c_str(), std::string(word, wordEnd).c_str(), Offset[0], Offset[1],
+                          Offset[2]);
+            *problem = text;
+        }
+        return true;
+    }
     return true;
 }
 
@@ -109,7 +141,7 @@ bool OpenModelHeadless(const std::string& modelPath, OpenedModel& opened) {
     }
     opened.epsg = geoState().EPSG;
     opened.offsetPath = FindOffsetFile(modelPath);
-    if (!opened.offsetPath.empty()) ReadOffsetFile(opened.offsetPath, frame.Offset);
+    if (!opened.offsetPath.empty()) ReadOffsetFile(opened.offsetPath, frame.Offset, &opened.offsetProblem);
 
     At3d_Clear();
     At3d_WriteFlag(LIBFLAG_READ_134, 0);

@@ -13,6 +13,7 @@ struct OpenedModel {
     std::string prjPath;    // "" when the model has none
     int epsg = -1;
     std::string offsetPath; // the side file the Offset came from, "" when none
+    std::string offsetProblem;  // why its line was not all taken, "" when it was
 };
 
 // The engine's read type for a model file by extension (any case), -1 when unknown.
@@ -23,8 +24,11 @@ int ModelTypeOfExtension(const std::string& path);
 std::string FindOffsetFile(const std::string& modelPath);
 
 // Reads the first line of an offset file, commas taken as blanks, into
-// Offset; values that do not scan leave their entry as it was.
-bool ReadOffsetFile(const std::string& path, double Offset[3]);
+// Offset, number by number; the first word that is not a finite number
+// ("abc", "nan", "1e400") ends the reading, and that entry and the ones
+// after it keep the value they had. `problem` then gets a message naming
+// the file, its line and the word. False when the file cannot be read.
+bool ReadOffsetFile(const std::string& path, double Offset[3], std::string* problem = nullptr);
 
 // The model's ".prj" (any case), "" when none.
 std::string FindPrjFile(const std::string& modelPath);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <charconv>
 #include <climits>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <thread>
@@ -95,13 +96,25 @@ inline const char* skipBlanks(const char* p, const char* end) {
     return p;
 }
 
-inline bool parseDouble(const char*& p, const char* end, double& out) {
+enum class Number { Read, Missing, NotFinite };
+
+// "nan", "inf" and numbers beyond the double range parse, but no point of a
+// model can stand there: they would make the bounds and the centre infinite.
+inline Number parseDouble(const char*& p, const char* end, double& out) {
     p = skipBlanks(p, end);
     if (p < end && *p == '+') ++p;
     auto [next, ec] = std::from_chars(p, end, out);
-    if (ec != std::errc()) return false;
+    if (ec == std::errc::result_out_of_range) {
+        // Below the smallest double it is 0; above the largest it is no number at all.
+        const char* e = std::find_if(p, next, [](char c) { return c == 'e' || c == 'E'; });
+        if (e + 1 >= next || e[1] != '-') return Number::NotFinite;
+        out = 0;
+        p = next;
+        return Number::Read;
+    }
+    if (ec != std::errc()) return Number::Missing;
     p = next;
-    return true;
+    return std::isfinite(out) ? Number::Read : Number::NotFinite;
 }
 
 inline bool parseInt(const char*& p, const char* end, long& out) {
@@ -172,22 +185,29 @@ private:
     }
 
     void parseVertex(const char* p, const char* end) {
-        double x, y, z;
-        if (!parseDouble(p, end, x) || !parseDouble(p, end, y) || !parseDouble(p, end, z))
-            return fail("bad vertex");
-        c_.v.push_back(x);
-        c_.v.push_back(y);
-        c_.v.push_back(z);
+        double xyz[3];
+        for (double& value : xyz) {
+            const Number n = parseDouble(p, end, value);
+            if (n == Number::NotFinite) return fail("vertex coordinate that is not a finite number");
+            if (n == Number::Missing) return fail("bad vertex");
+        }
+        c_.v.insert(c_.v.end(), xyz, xyz + 3);
     }
 
     void parseTexCoord(const char* p, const char* end) {
         double u = 0, v = 0;
-        if (!parseDouble(p, end, u)) return fail("bad texture coordinate");
-        const char* save = p;
-        if (!parseDouble(p, end, v)) {
-            p = save;
-            v = 0;
+        Number n = parseDouble(p, end, u);
+        if (n == Number::Read) {
+            const char* save = p;
+            n = parseDouble(p, end, v);
+            if (n == Number::Missing) {
+                p = save;
+                v = 0;
+                n = Number::Read;
+            }
         }
+        if (n == Number::NotFinite) return fail("texture coordinate that is not a finite number");
+        if (n == Number::Missing) return fail("bad texture coordinate");
         c_.vt.push_back(static_cast<float>(u));
         c_.vt.push_back(static_cast<float>(v));
     }

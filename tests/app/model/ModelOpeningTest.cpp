@@ -35,6 +35,30 @@ TEST_F(ModelOpening, OffsetLineWithCommasReadsAsThreeNumbers) {
     EXPECT_EQ(offset[2], 30);
 }
 
+TEST_F(ModelOpening, AnOffsetWordThatIsNotAFiniteNumberEndsTheLineWithAMessage) {
+    double offset[3] = {1, 2, 3};
+    std::string problem;
+    writeTextFile(dir.path("offset.txt"), "1e400,2,3\r\n");
+    ASSERT_TRUE(ReadOffsetFile(dir.path("offset.txt"), offset, &problem));
+    EXPECT_EQ(problem, dir.path("offset.txt") +
+                           ": the line \"1e400,2,3\" holds \"1e400\", which is not a finite number; the offset is "
+                           "1.000 2.000 3.000");
+    // The words before it count; the entries from it on keep what they had.
+    writeTextFile(dir.path("offset.txt"), "178000.5 nan -7\n");
+    ASSERT_TRUE(ReadOffsetFile(dir.path("offset.txt"), offset, &problem));
+    EXPECT_EQ(offset[0], 178000.5);
+    EXPECT_EQ(offset[1], 2);
+    EXPECT_EQ(offset[2], 3);
+    EXPECT_NE(problem.find("holds \"nan\""), std::string::npos) << problem;
+    problem.clear();
+    writeTextFile(dir.path("offset.txt"), " -1.5e3,+2 \n");
+    ASSERT_TRUE(ReadOffsetFile(dir.path("offset.txt"), offset, &problem));
+    EXPECT_EQ(offset[0], -1500);
+    EXPECT_EQ(offset[1], 2);
+    EXPECT_EQ(offset[2], 3);
+    EXPECT_EQ(problem, "");
+}
+
 TEST_F(ModelOpening, OffsetTxtCountsOverZuzWhateverTheCase) {
     writeTextFile(dir.path("m.obj"), SQUARE);
     writeTextFile(dir.path("m.ZUZ"), "1 2 3\n");
