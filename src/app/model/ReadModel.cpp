@@ -276,7 +276,12 @@ void Read_3D_File() {
     model.MTL = SideFile(FolderOf(path), BaseNameOf(path) + ".mtl");
     findCoordinateSystem(path, QFileInfo(files.first()).suffix().compare("dae", Qt::CaseInsensitive) == 0);
     const std::string offset = FindOffsetFile(path);
-    if (!offset.empty()) ReadOffsetFile(offset, frame.Offset);
+    std::string offsetProblem;
+    if (!offset.empty()) ReadOffsetFile(offset, frame.Offset, &offsetProblem);
+    if (!offsetProblem.empty()) {
+        PrintRunLog("%s\n", offsetProblem.c_str());
+        MyShowMessage(QString::fromStdString(offsetProblem));
+    }
     At3d_SetProducedByName("Orvo Systems .");
 
     At3d_WriteFlag(LIBFLAG_READ_134, 0);
@@ -309,14 +314,15 @@ void Read_3D_File() {
     const int NV = GetTotalVertices(NL, NF);
     setStripText(QString::asprintf(" %d vertices and %d faces in %d layers in model %s", NV, NF, NL, path.c_str()));
     SetUpModelFrame(path, model.kind.IsOBJ, model.PRJ);
-    if (!engineSession().fileLoaded) {
+    // A failed read still ends the open: help, measure look, grid, arrow and
+    // decals stand ready for the next model; only the camera has nothing to show.
+    if (engineSession().fileLoaded) {
+        GetCameraData();
+        At3d_WriteFlag(LIBFLAG_MESH_LOCATION, MESH_LOCATION_OFF);
+        SetControlChecked("Locations_Off", true);
+    } else {
         SetControlVisible("ReadModelBtn", true);
-        return;
     }
-
-    GetCameraData();
-    At3d_WriteFlag(LIBFLAG_MESH_LOCATION, MESH_LOCATION_OFF);
-    SetControlChecked("Locations_Off", true);
     SetHelpCaption(mainFormState().LabelForHelpCaption);
     At3d_WriteFlag(LIBFLAG_OPEN_292, 0);
     At3d_WriteFlag(LIBFLAG_OPEN_305, 0);

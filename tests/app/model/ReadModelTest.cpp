@@ -157,6 +157,37 @@ TEST_F(ReadModel, AMissingModelIsReportedAndNothingIsDrawn) {
     EXPECT_EQ(At3d_LayerCount(), 0);
 }
 
+TEST_F(ReadModel, AModelThatCannotBeReadStillEndsTheOpen) {
+    writeTextFile(dir.path("site/m.obj"), "v 1 2\n");
+    open(dir.path("site/m.obj"));
+    EXPECT_EQ(engineSession().fileLoaded, 0);
+    EXPECT_EQ(modelSession().INPUTFILENAME, dir.path("site/m.obj"));
+    // The steps after the read ran: the north arrow is drawn and the indoor help set.
+    EXPECT_TRUE(exists(startupState().NORTHARROW));
+    EXPECT_EQ(modelSession().ShowObliques, ", Alt+LClick for INDOOR");
+    EXPECT_TRUE(modelSession().INDOOR);
+    EXPECT_TRUE(ControlVisible("ReadModelBtn"));
+}
+
+TEST_F(ReadModel, AnOffsetThatIsNotFiniteIsShownAndTheEarlierOneKept) {
+    writeTextFile(dir.path("a/m.obj"), SQUARE);
+    writeTextFile(dir.path("a/offset.txt"), "100,200,30\n");
+    open(dir.path("a/m.obj"));
+    writeTextFile(dir.path("b/m.obj"), SQUARE);
+    writeTextFile(dir.path("b/offset.txt"), "7,inf,9\n");
+    open(dir.path("b/m.obj"));
+    EXPECT_EQ(engineSession().fileLoaded, 1);
+    EXPECT_EQ(frameState().Offset[0], 7);
+    EXPECT_EQ(frameState().Offset[1], 200);
+    EXPECT_EQ(frameState().Offset[2], 30);
+    bool shown = false;
+    for (const auto& q : dialogs.questions())
+        shown = shown || q.text.toStdString() == dir.path("b/offset.txt") +
+                                                     ": the line \"7,inf,9\" holds \"inf\", which is not a finite "
+                                                     "number; the offset is 7.000 200.000 30.000";
+    EXPECT_TRUE(shown);
+}
+
 TEST_F(ReadModel, ACancelledDialogLeavesAnEmptySceneAndTheOpenButton) {
     writeTextFile(dir.path("site/m.obj"), SQUARE);
     open(dir.path("site/m.obj"));
