@@ -190,7 +190,7 @@ QString CSV2SVG(const QString& CSV, const QString& Header, const QString& Footer
     auto stripColour = [](const DataRow& r, int& colour) {
         if (r.f.size() < 6) return false;
         if (ParseCsvuColour(r.f[5], colour)) return true;
-        colour = int(num(r.f[5]));
+        colour = CsvuInt(num(r.f[5]));
         return r.f.size() >= 7;
     };
     for (const DataRow& r : rows) {
@@ -230,7 +230,7 @@ QString CSV2SVG(const QString& CSV, const QString& Header, const QString& Footer
             if (measure < 0) std::swap(d.Ad, d.Bd);
             d.theta = degrees(d.Bd - d.Ad);
         } else {
-            const int orientation = r.f.size() >= 5 ? int(num(r.f[4])) : 0;
+            const int orientation = r.f.size() >= 5 ? CsvuInt(num(r.f[4])) : 0;
             if (r.f.size() >= 6) custom = r.f[5];
             d.Ad = d.A, d.Bd = d.B;
             if (orientation == 0) {

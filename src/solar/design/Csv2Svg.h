@@ -51,6 +51,9 @@ void ParseCsvuMeta(const QString& line, CSVU_Meta& meta);
 QStringList SplitCsvuRow(const QString& line);
 // "RGB(r,g,b)" or a plain integer as a TColor; false when it is neither.
 bool ParseCsvuColour(const QString& field, int& colour);
+// A number of the file where an int is wanted: beyond the int range it
+// stops at the nearest end, and NaN reads as 0.
+int CsvuInt(double value);
 
 // Draws CSV into the CSV's name with ".svg" and logs next to it with ".log";
 // the SVG's path, or "" when the file has no data rows or can't be written.

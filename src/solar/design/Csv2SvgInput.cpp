@@ -1,4 +1,7 @@
 #include <QRegularExpression>
+#include <algorithm>
+#include <climits>
+#include <cmath>
 #include <cstdlib>
 
 #include "Csv2Svg.h"
@@ -8,6 +11,11 @@ namespace {
 double number(const QString& text) { return std::strtod(text.trimmed().toLatin1().constData(), nullptr); }
 
 }  // namespace
+
+int CsvuInt(double value) {
+    if (std::isnan(value)) return 0;
+    return static_cast<int>(std::clamp(value, double(INT_MIN), double(INT_MAX)));
+}
 
 void ParseCsvuMeta(const QString& line, CSVU_Meta& meta) {
     QString body = line.trimmed();
@@ -67,8 +75,8 @@ bool ParseCsvuColour(const QString& field, int& colour) {
     const QString f = field.trimmed();
     const QRegularExpressionMatch m = rgb.match(f);
     if (m.hasMatch()) {
-        const int r = int(number(m.captured(1))) & 0xFF, g = int(number(m.captured(2))) & 0xFF,
-                  b = int(number(m.captured(3))) & 0xFF;
+        const int r = CsvuInt(number(m.captured(1))) & 0xFF, g = CsvuInt(number(m.captured(2))) & 0xFF,
+                  b = CsvuInt(number(m.captured(3))) & 0xFF;
         colour = r | (g << 8) | (b << 16);
         return true;
     }

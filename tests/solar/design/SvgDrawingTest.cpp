@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QXmlStreamReader>
+#include <cmath>
 #include <map>
 #include <vector>
 
@@ -139,6 +140,26 @@ TEST(SvgDrawing, ShortDimensionArrowsTouch) {
     ASSERT_EQ(lines.size(), 4u);
     // 0.5 cm is 1.13 mm on the page: under 2 mm, so no gap at all.
     EXPECT_DOUBLE_EQ(lines[2].num("x2"), lines[3].num("x1"));
+}
+
+// A number too big for an int stops at the int's end instead of wrapping to
+// its other end: a huge colour is white, not black, and a huge orientation
+// is as much "turned" as 1 is.
+TEST(SvgDrawing, NumbersBeyondTheIntRangeStopAtItsEnds) {
+    ScratchDir dir;
+    const std::string csv = dir.path("big.csv");
+    const auto draw = [&](const std::string& rows) {
+        writeTextFile(csv, "0,0,100,0\n" + rows);
+        return readTextFile(CSV2SVG(QString::fromStdString(csv), "", "").toStdString());
+    };
+    EXPECT_EQ(draw("0,10,80,40,888888888888888\n"), draw("0,10,80,40,1\n"));
+    EXPECT_EQ(draw("0,20,90,20,4,1e20,0\n"), draw("0,20,90,20,4,2147483647,0\n"));
+    EXPECT_EQ(draw("0,20,90,20,4,-1e20,0\n"), draw("0,20,90,20,4,-2147483648,0\n"));
+
+    int colour = 0;
+    ASSERT_TRUE(ParseCsvuColour("RGB(99999999999, -99999999999, 0)", colour));
+    EXPECT_EQ(colour, 0xFF);
+    EXPECT_EQ(CsvuInt(std::nan("")), 0);
 }
 
 TEST(SvgDrawing, NothingToDrawGivesNoFile) {
