@@ -5,6 +5,7 @@
 
 #include "LayerTable.h"
 #include "ModelSession.h"
+#include "app/services/GridFiles.h"
 #include "app/services/OrvoDialogs.h"
 #include "app/services/SessionPaths.h"
 #include "app/services/ToolkitColor.h"
@@ -58,7 +59,8 @@ std::string WriteLayersList(QString& caption) {
         const char* name = table.layerName[k];
         const int active = At3d_GetLayerOutputFlag(name);
         const int v3 = At3d_VertexCount(name), v2 = At3d_2DVertexCount(name), f = At3d_FaceCount(name);
-        text += QString::asprintf("%s,%d,%d,%d,%d  \n", name, v3, v2, active, f).toUtf8();
+        // A name holding a comma or a quote is quoted, so the list reads back with the name whole.
+        text += (CsvLine({QString::fromUtf8(name)}) + QString::asprintf(",%d,%d,%d,%d  \n", v3, v2, active, f)).toUtf8();
         faces += f;
         vertices3D += v3;
         vertices2D += v2;
@@ -70,6 +72,13 @@ std::string WriteLayersList(QString& caption) {
     QSaveFile file(QString::fromStdString(path));
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) return "";
     return path;
+}
+
+GridRows ReadLayersList(const std::string& path) {
+    GridRows rows;
+    if (!LoadCsvGrid(QString::fromStdString(path), rows) || rows.isEmpty()) return {};
+    rows.removeFirst();
+    return rows;
 }
 
 int RefreshSceneLayers(const std::vector<LayerRow>& rows) {

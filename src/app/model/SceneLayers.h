@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/services/GridFiles.h"
 #include "geo/GisTypes.h"
 
 // Faces of the layers whose output flag is on.
@@ -18,10 +19,14 @@ QString LayerListText();
 void ListlayersClick();
 
 // The list of the layer form: ORVO_T + "Layers.csv" with the header
-// "Layer,Vertices3D,Vertices2D,Active,Faces" and a line per layer. Listing
+// "Layer,Vertices3D,Vertices2D,Active,Faces" and a line per layer (a name
+// with a comma or a double quote in double quotes, its quotes doubled). Listing
 // a layer paints it blue. Returns the file written ("" on failure) and
 // gives the form's caption.
 std::string WriteLayersList(QString& caption);
+// The rows of such a list under its header, one cell a column, each name
+// whole however it was quoted; empty when the file cannot be read.
+GridRows ReadLayersList(const std::string& path);
 
 // A row of the layer form: the layer's name and its check box.
 struct LayerRow {

@@ -1,11 +1,9 @@
 #include "ManageLayersForm.h"
 
-#include <QFile>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableWidget>
-#include <QTextStream>
 #include <QVBoxLayout>
 #include <vector>
 
@@ -49,21 +47,18 @@ bool ManageLayersForm::load() {
     const std::string path = WriteLayersList(caption);
     if (path.empty()) return false;
     setWindowTitle(caption);
-    QFile file(QString::fromStdString(path));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) return false;
-    QTextStream in(&file);
-    const QStringList header = in.readLine().split(',');
+    const GridRows rows = ReadLayersList(path);
     loading_ = true;
     grid_->clear();
     grid_->setRowCount(0);
-    grid_->setHorizontalHeaderLabels(header.mid(0, GRID_COLUMNS));
-    while (!in.atEnd()) {
-        const QStringList cells = in.readLine().split(',');
+    grid_->setHorizontalHeaderLabels({"Layer", "Vertices3D", "Vertices2D", "Active"});
+    for (const QStringList& cells : rows) {
         if (cells.size() < GRID_COLUMNS) continue;
         const int row = grid_->rowCount();
         grid_->insertRow(row);
         for (int column = 0; column < ACTIVE_COLUMN; ++column) {
-            auto* item = new QTableWidgetItem(cells[column].trimmed());
+            // The name stays as the engine knows it; only the counts are trimmed.
+            auto* item = new QTableWidgetItem(column == 0 ? cells[column] : cells[column].trimmed());
             item->setFlags(item->flags() & ~Qt::ItemIsEditable);
             grid_->setItem(row, column, item);
         }

@@ -48,6 +48,26 @@ TEST_F(SceneLayers, ASwitchedOffLayerStaysListedAndItsFacesStopCounting) {
     EXPECT_EQ(RefreshSceneLayers({{"wall", true}}), 4);
 }
 
+TEST_F(SceneLayers, NamesWithCommasAndQuotesComeBackWholeFromTheList) {
+    testsupport::addLayer(testsupport::makeRectangle("Roof, north", 0, 0, 10, 10, 5));
+    testsupport::addLayer(testsupport::makeWallX("Wall \"A\"", 0, 0, 10, 0, 5));
+    ASSERT_EQ(At3d_SetLayerOutputFlag("Wall \"A\"", 0), 1);
+    QString caption;
+    const std::string path = WriteLayersList(caption);
+    EXPECT_EQ(readTextFile(path),
+              "Layer,Vertices3D,Vertices2D,Active,Faces\n"
+              "\"Roof, north\",4,0,1,2  \n"
+              "\"Wall \"\"A\"\"\",4,0,0,2  \n");
+    const GridRows rows = ReadLayersList(path);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0], QStringList({"Roof, north", "4", "0", "1", "2  "}));
+    EXPECT_EQ(rows[1], QStringList({"Wall \"A\"", "4", "0", "0", "2  "}));
+    // The names read back reach their layers: the roof goes off, the wall on.
+    EXPECT_EQ(RefreshSceneLayers({{rows[0][0].toStdString(), false}, {rows[1][0].toStdString(), true}}), 2);
+    EXPECT_EQ(At3d_GetLayerOutputFlag("Roof, north"), 0);
+    EXPECT_EQ(At3d_GetLayerOutputFlag("Wall \"A\""), 1);
+}
+
 TEST_F(SceneLayers, AnEmptySceneListsTheHeaderOnly) {
     QString caption;
     EXPECT_EQ(readTextFile(WriteLayersList(caption)), "Layer,Vertices3D,Vertices2D,Active,Faces\n");
