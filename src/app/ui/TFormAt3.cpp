@@ -25,6 +25,7 @@
 #include "SolarHooks.h"
 #include "catalog/ui/CatalogForms.h"
 #include "modeltools/ui/ModelToolsMenu.h"
+#include "photometa/ui/PhotoMetaMenu.h"
 #include "ManageLayersForm.h"
 #include "ViewPanel.h"
 #include "app/dispatch/DigitiseMenu.h"
@@ -206,6 +207,7 @@ void TFormAt3::createMenus() {
     AddMenuItem(this, digitize, "Abortpopup", "Abort", AbortpopupClick);
 
     CreateModelMenu(this, menuBar());
+    CreatePhotosMenu(this, menuBar());
     CreateSolarMenu(this, menuBar());
 }
 
