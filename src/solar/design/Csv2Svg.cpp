@@ -100,9 +100,11 @@ double realLength(const CSVU_P& uAB, double dx, double dy, QString& log) {
 
 QString numberLabel(double Lw, const CSVU_Meta& meta) {
     const double value = Lw * meta.dimFactor / DIM_DIVISOR;
-    int dec = meta.dimDec;
+    // A double holds no more than 15 decimals worth printing; a file asking
+    // for millions would make labels of gigabytes.
+    int dec = std::clamp(meta.dimDec, 0, 15);
     if (std::fabs(value - std::round(value)) < INT_TOL) dec = 0;
-    return QString::asprintf(" %.*f ", std::max(0, dec), value);
+    return QString::asprintf(" %.*f ", dec, value);
 }
 
 double degrees(CSVU_P v) { return std::atan2(v.y, v.x) * 180.0 / M_PI; }

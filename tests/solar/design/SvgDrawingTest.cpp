@@ -132,6 +132,17 @@ TEST(SvgDrawing, MetaLinePageAndDecimals) {
     EXPECT_EQ(texts[2].attr.at("font-family"), "Arial, David, sans-serif");
 }
 
+// Decimals past what a double holds print nothing more: a file asking for
+// two thousand million of them gets 15.
+TEST(SvgDrawing, DecimalsStopAtFifteen) {
+    ScratchDir dir;
+    const std::string csv = dir.path("decimals.csv");
+    writeTextFile(csv, "@page=A4, dim_dec=2000000000\n0,0,100,100\n");
+    const auto texts = named(parseSvg(CSV2SVG(QString::fromStdString(csv), "", "")), "text");
+    ASSERT_FALSE(texts.empty());
+    EXPECT_EQ(texts[0].text, " 141.421356237309510 ");
+}
+
 TEST(SvgDrawing, ShortDimensionArrowsTouch) {
     ScratchDir dir;
     const std::string csv = dir.path("short.csv");
