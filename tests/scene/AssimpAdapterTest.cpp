@@ -3,7 +3,12 @@
 // back as written. Every fixture is written by the test itself.
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <sstream>
 #include <string>
@@ -403,6 +408,29 @@ TEST_F(AssimpAdapterTest, DamagedFilesFailWithOneLogLine) {
         expectReadFails(name);
     }
     EXPECT_TRUE(EngineFixtureGuard::logContains("endsolid"));
+}
+
+TEST_F(AssimpAdapterTest, AReadStillRunningAtItsTimeLimitIsStoppedAndFails) {
+    writeTextFile(dir.path("tri.dae"), collada("", {kTriangle}, node("n", instance("tri"))));
+    struct Hang {
+        Hang() {
+            engine::assimpReadHooks().timeLimitSeconds = 0.5;
+            engine::assimpReadHooks().inChild = [] {
+                while (true) ::pause();
+            };
+        }
+        ~Hang() { engine::assimpReadHooks() = {}; }
+    } hang;
+    const auto start = std::chrono::steady_clock::now();
+    expectReadFails("tri.dae");
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_GE(seconds, 0.5);
+    EXPECT_LT(seconds, 5);
+    EXPECT_TRUE(EngineFixtureGuard::logContains("did not finish it within 0.5 s and was stopped"))
+        << EngineFixtureGuard::logLines().back();
+    // The child was killed and reaped: none is left behind.
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(errno, ECHILD);
 }
 
 // ---------------------------------------------------------------- writing

@@ -32,8 +32,24 @@ namespace engine {
 // Returns false and logs one line naming the file and the reason when the
 // file cannot be read; `layers` is then left as it was. Never throws. Assimp
 // itself runs in a forked child process (the layers come back through a
-// pipe), so that a damaged file Assimp would crash on costs a log line only.
+// pipe), so that a damaged file Assimp would crash on costs a log line only;
+// a child still reading after the time limit below is killed, and the read
+// fails with a log line as well.
 bool ReadModelWithAssimp(const std::string& path, std::vector<Layer>& layers);
+
+// The time limit of one read: a minute, and two seconds more for each
+// megabyte of the file, many times what a sound file of that size takes.
+inline constexpr double kAssimpReadBaseSeconds = 60;
+inline constexpr double kAssimpReadSecondsPerMegabyte = 2;
+
+// For tests of the isolated read: a time limit that replaces the one above
+// (0 keeps it), and work the child does before it reads (a test makes it
+// hang there). Both stay for every later read until put back.
+struct AssimpReadHooks {
+    double timeLimitSeconds = 0;
+    void (*inChild)() = nullptr;
+};
+AssimpReadHooks& assimpReadHooks();
 
 // Writes the layers whose outputFlag is set as DAE, 3DS, STL or DXF
 // (writeType AT3D_WRITE_DAE, AT3D_WRITE_3DS, AT3D_WRITE_STL, AT3D_WRITE_DXF).

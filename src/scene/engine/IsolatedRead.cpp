@@ -2,14 +2,20 @@
 //
 // Assimp 5.2 dereferences bad indices in some damaged files (a COLLADA
 // <float_array> without its count, a COB chunk with a broken id) and dies
-// with SIGSEGV. The read therefore runs in a forked child that sends the
-// outcome back through a pipe; a child that dies costs one log line.
+// with SIGSEGV, and others send it round a loop for good. The read therefore
+// runs in a forked child that sends the outcome back through a pipe; a child
+// that dies, or runs past its time, costs one log line.
 #include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/stat.h>
 #include <sys/types.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -23,6 +29,15 @@ namespace engine {
 namespace {
 
 constexpr std::uint64_t kOutcomeMagic = 0x5A56'4153'5349'4D50ull;  // start and end marks
+
+using Clock = std::chrono::steady_clock;
+
+double readTimeLimitSeconds(const std::string& path) {
+    if (assimpReadHooks().timeLimitSeconds > 0) return assimpReadHooks().timeLimitSeconds;
+    struct stat st {};
+    const double megabytes = ::stat(path.c_str(), &st) == 0 ? static_cast<double>(st.st_size) / (1 << 20) : 0;
+    return kAssimpReadBaseSeconds + kAssimpReadSecondsPerMegabyte * megabytes;
+}
 
 // Moves all `size` bytes at `p` through `io` (one read or write on the
 // pipe), across interruptions and partial transfers; false when the pipe
@@ -78,11 +93,13 @@ private:
     std::vector<char> buffer_;
 };
 
+// Reads the child's outcome until a deadline: a child that sends nothing in
+// time makes every read fail from then on.
 class PipeReader {
 public:
-    explicit PipeReader(int fd) : fd_(fd) {}
+    PipeReader(int fd, Clock::time_point deadline) : fd_(fd), deadline_(deadline) {}
     bool raw(void* data, std::size_t size) {
-        ok_ = ok_ && transferAll([this](char* at, std::size_t n) { return ::read(fd_, at, n); },
+        ok_ = ok_ && transferAll([this](char* at, std::size_t n) { return readInTime(at, n); },
                                  static_cast<char*>(data), size);
         return ok_;
     }
@@ -106,19 +123,34 @@ public:
         return raw(v.data(), n * sizeof(T));
     }
     bool ok() const { return ok_; }
+    bool timedOut() const { return timedOut_; }
     // Reads what is left so that the child never blocks on a full pipe.
     void drain() {
         char sink[4096];
-        while (true) {
-            const ssize_t n = ::read(fd_, sink, sizeof sink);
-            if (n < 0 && errno == EINTR) continue;
-            if (n <= 0) break;
+        while (readInTime(sink, sizeof sink) > 0) {
         }
     }
 
 private:
+    // One read, once the pipe has something or is closed; -1 with EINTR lets
+    // transferAll try again, -1 otherwise (the deadline passed) ends it.
+    ssize_t readInTime(char* at, std::size_t n) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline_ - Clock::now()).count();
+        pollfd wait{fd_, POLLIN, 0};
+        const int ready = left > 0 ? ::poll(&wait, 1, static_cast<int>(std::min<long long>(left, 1 << 30))) : 0;
+        if (ready < 0) return -1;  // errno tells: EINTR tries again
+        if (ready == 0) {
+            timedOut_ = true;
+            errno = ETIMEDOUT;
+            return -1;
+        }
+        return ::read(fd_, at, n);
+    }
+
     int fd_;
+    Clock::time_point deadline_;
     bool ok_ = true;
+    bool timedOut_ = false;
 };
 
 // Every field of a layer that a read fills, in the order they travel:
@@ -174,6 +206,7 @@ bool readInChild(const std::string& path, ReadOutcome& outcome) {
     }
     if (pid == 0) {
         ::close(fds[0]);
+        if (assimpReadHooks().inChild) assimpReadHooks().inChild();
         ReadOutcome result;
         readModelInProcess(path, result);
         PipeWriter out(fds[1]);
@@ -182,11 +215,13 @@ bool readInChild(const std::string& path, ReadOutcome& outcome) {
         ::_exit(sent ? 0 : 3);  // no atexit handlers, no static destructors
     }
     ::close(fds[1]);
-    PipeReader in(fds[0]);
+    const double limit = readTimeLimitSeconds(path);
+    PipeReader in(fds[0], Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(limit)));
     ReadOutcome received;
     const bool complete = receiveOutcome(in, received);
-    in.drain();
+    if (!in.timedOut()) in.drain();
     ::close(fds[0]);
+    if (in.timedOut()) ::kill(pid, SIGKILL);
     int status = 0;
     pid_t waited;
     do {
@@ -197,7 +232,11 @@ bool readInChild(const std::string& path, ReadOutcome& outcome) {
         outcome = std::move(received);
     } else {
         outcome = ReadOutcome{};
-        if (waited == pid && WIFSIGNALED(status))
+        if (in.timedOut())
+            outcome.note("cannot read %s: Assimp did not finish it within %g s and was stopped; the file is damaged "
+                         "or not supported",
+                         path.c_str(), limit);
+        else if (waited == pid && WIFSIGNALED(status))
             outcome.note("cannot read %s: Assimp crashed on it (signal %d); the file is damaged or not supported",
                          path.c_str(), WTERMSIG(status));
         else
@@ -207,6 +246,11 @@ bool readInChild(const std::string& path, ReadOutcome& outcome) {
 }
 
 }  // namespace
+
+AssimpReadHooks& assimpReadHooks() {
+    static AssimpReadHooks hooks;
+    return hooks;
+}
 
 bool ReadModelWithAssimp(const std::string& path, std::vector<Layer>& layers) {
     return runOrLog("read", path, [&] {
