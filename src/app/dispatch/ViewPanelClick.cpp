@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include "app/inbox/Handover.h"
 #include "app/model/ModelSession.h"
 #include "app/services/RunLog.h"
 #include "app/session/CameraState.h"
@@ -112,7 +113,9 @@ ClickRoute ViewPanelMouseActivate(const ClickInput& click) {
         PlaceBillboardAtClick(d.FromModel_X, d.FromModel_Y, d.FromModel_Z);
         return ClickRoute::PlaceBillboard;
     }
-    // TODO(#16): the hand-over file of this route.
-    if (click.Button == 2 && click.Shift) return ClickRoute::Handover;
+    if (click.Button == 2 && click.Shift) {
+        HandOverClickedPoint();
+        return ClickRoute::Handover;
+    }
     return ClickRoute::SessionPoint;
 }

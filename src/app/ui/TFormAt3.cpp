@@ -23,6 +23,8 @@
 #include "MeasureControls.h"
 #include "SolarControls.h"
 #include "SolarHooks.h"
+#include "app/inbox/ClipboardInbox.h"
+#include "app/inbox/FolderWatch.h"
 #include "catalog/ui/CatalogForms.h"
 #include "modeltools/ui/ModelToolsMenu.h"
 #include "photometa/ui/PhotoMetaMenu.h"
@@ -121,6 +123,7 @@ void TFormAt3::showPopup(AppPopup popup, QPoint at) {
 }
 
 TFormAt3::~TFormAt3() {
+    RemoveWatches();
     Stop_DLL();
     installMainFormHost(nullptr);
 }
@@ -131,7 +134,9 @@ bool TFormAt3::FormCreate(const std::string& executablePath) {
     // The planner's forms open over this window, whoever made it.
     InstallSolarHooks(this);
     InstallCatalogForms();
+    StartClipboardMonitoring(this);
     if (!FormCreateSession(executablePath, openGlRendererName())) return false;
+    AddWatches();
     ReadModelBtnClick();
     return true;
 }

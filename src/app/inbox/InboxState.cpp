@@ -1,0 +1,8 @@
+#include "InboxState.h"
+
+InboxState& inboxState() {
+    static InboxState state;
+    return state;
+}
+
+void resetInboxState() { inboxState() = InboxState{}; }
