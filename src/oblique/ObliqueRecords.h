@@ -73,6 +73,8 @@ struct ObliqueStore {
     QString DIR_OPK;
     QString OBLIXOBLIXTXT;
     TGIS_Point3D ForOBLIpoint;
+    // Marks drawn on the photograph on screen; a new click drops them.
+    QStringList _Oblisimun;
     // The catalogue layers, open for the model's life, by shape file path.
     std::map<std::string, GDALDataset*> layers;
 };
