@@ -2,6 +2,10 @@
 // "OPK.TXT" into the prepared ".OPK" and ".CSV", read from there after.
 #include <gtest/gtest.h>
 
+#include <QBuffer>
+#include <QFile>
+#include <QImage>
+
 #include "ObliqueFixture.h"
 #include "oblique/OpkList.h"
 
@@ -24,7 +28,34 @@ protected:
     }
 };
 
+// A small JPEG whose EXIF block holds only the Orientation tag.
+void writeJpegWithOrientation(const std::string& path, int orientation) {
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(Qt::gray);
+    QByteArray jpeg;
+    QBuffer buffer(&jpeg);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "JPG");
+    // Big-endian TIFF header, one IFD entry: tag 0x0112, SHORT, count 1.
+    const QByteArray tiff = QByteArray("MM\0\x2A\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0", 19) +
+                            char(orientation) + QByteArray("\0\0\0\0\0\0", 6);
+    const QByteArray payload = QByteArray("Exif\0\0", 6) + tiff;
+    const int length = payload.size() + 2;
+    const QByteArray app1 = QByteArray("\xFF\xE1", 2) + char(length >> 8) + char(length & 0xFF) + payload;
+    jpeg.insert(2, app1);
+    QFile file(QString::fromStdString(path));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(jpeg);
+}
+
 }  // namespace
+
+TEST_F(OpkList, TheTurnIsReadFromThePicturesExifOrientation) {
+    writeTextFile(dir.path("site/OBLIXS/OPK.TXT"), "h1\nh2\nIMG_C 100 200 30 0 30 0\n");
+    writeJpegWithOrientation(dir.path("site/OBLIXS/IMG_C.jpg"), 8);
+    ASSERT_EQ(LoadOpkList(model()), 1);
+    EXPECT_TRUE(obliqueStore().TSOPK[0].endsWith(" 0.58 270"));
+}
 
 TEST_F(OpkList, TheListIsBuiltFromOpkTxtSortedAndTheCsvKeepsTheFileOrder) {
     writeOpkTxt();
