@@ -104,7 +104,7 @@ void applyLine(PANEL& panel, const QString& line, TagSet set) {
     const QString text = PlainText(paneldae::TagText(line, tag)).trimmed();
     if (text.isEmpty()) return;
     const double number = text.toDouble();
-    const int integer = static_cast<int>(number);
+    const int integer = paneldae::IntOfNumber(number);
     const bool yes = text.toLower() == QLatin1String("true");
 
     if (tag == QLatin1String("name")) SetPanelText(panel.Name, text);

@@ -28,7 +28,7 @@ public:
     }
     void read(const char* tag, int& value) const {
         const QString t = text(tag);
-        if (!t.isNull()) value = static_cast<int>(t.toDouble());
+        if (!t.isNull()) value = paneldae::IntOfNumber(t.toDouble());
     }
     void read(const char* tag, bool& value) const {
         const QString t = text(tag);

@@ -4,6 +4,8 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <algorithm>
+#include <climits>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <vector>
@@ -118,6 +120,11 @@ QString LeafName(const QString& path) {
 
 QString PointAttributes(const TGIS_Point3D& p) {
     return Fmt("x=\"%.6f\" y=\"%.6f\" z=\"%.6f\"", p.X, p.Y, p.Z);
+}
+
+int IntOfNumber(double number) {
+    if (std::isnan(number)) return 0;
+    return static_cast<int>(std::clamp(number, double(INT_MIN), double(INT_MAX)));
 }
 
 }  // namespace paneldae

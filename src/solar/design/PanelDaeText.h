@@ -42,5 +42,8 @@ QString LeafName(const QString& path);
 
 // The three attributes x="X" y="Y" z="Z" of a point, six decimals.
 QString PointAttributes(const TGIS_Point3D& p);
+// A number of a file read into an int field: truncated, stopping at the
+// int's ends when beyond them, and 0 for NaN.
+int IntOfNumber(double number);
 
 }  // namespace paneldae

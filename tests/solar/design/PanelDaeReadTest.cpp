@@ -257,6 +257,36 @@ TEST_F(PanelDaeReadTest, PanelInfoBlocksTakeTheirTextureFromTheImageTable) {
     EXPECT_STREQ(b.Filename, file.c_str());
 }
 
+// Whole-number fields of a damaged file take the int's nearest end for a
+// number beyond it, and 0 for one that isn't a number at all.
+TEST_F(PanelDaeReadTest, WholeNumbersBeyondTheIntRangeStopAtItsEnds) {
+    QStringList lines{"<COLLADA>", "      <node id=\"a\">"};
+    AddPanelDataToStringList(lines, fullPanel(""), 0);
+    lines << "      </node>" << "</COLLADA>";
+    for (QString& line : lines) {
+        const qsizetype open = line.indexOf('>'), close = line.lastIndexOf("</");
+        if (open < 0 || close <= open) continue;
+        const QString tag = line.mid(line.indexOf('<') + 1, open - line.indexOf('<') - 1);
+        const QString value = tag == "length"         ? "216000000000000"
+                              : tag == "epsg"         ? "-1e300"
+                              : tag == "shaded_hours" ? "nan"
+                                                      : "";
+        if (!value.isEmpty()) line = line.left(open + 1) + value + line.mid(close);
+    }
+    const std::string file = dir.path("Panel-7_88.dae");
+    writeTextFile(file, lines.join('\n').toStdString() + "\n");
+
+    ASSERT_EQ(GetPanelsFromDae(QString::fromStdString(file)), 1);
+    const PANEL read = ReadPanelDAE(QString::fromStdString(file));
+    const PANEL* const staged = &panelStore().panelsT[0];
+    for (const PANEL* p : {staged, &read}) {
+        EXPECT_EQ(p->Length, 2147483647);
+        EXPECT_EQ(p->EPSG, -2147483647 - 1);
+        EXPECT_EQ(p->Shaded_Hours, 0);
+        EXPECT_EQ(p->Width, 1134);
+    }
+}
+
 TEST(PanelDaeImageType, KindComesFromTheFirstBytes) {
     ScratchDir dir;
     const struct {
