@@ -162,3 +162,10 @@ TEST_F(Lookup, EqualDistancesFollowTheTextOrderOfThePlaces) {
     StretchOblique(TGIS_Point3D{CX, CY, CZ, 0});
     EXPECT_EQ(ranked(), (QStringList{"N0", "N1", "N10", "N2", "N3", "N4", "N5", "N6", "N7", "N8", "N9"}));
 }
+
+TEST_F(Lookup, AFlippedModelTakesNoAzimuthFilter) {
+    open({nadir("E.jpg", 0, 0, 45, 200)});
+    modelSession().FLIPPED = true;
+    StretchOblique(TGIS_Point3D{CX, CY, CZ, 0});
+    EXPECT_EQ(ranked(), QStringList{"E"});
+}
