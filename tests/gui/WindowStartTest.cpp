@@ -97,3 +97,14 @@ TEST_F(Window, TheSolarConfigurationHidesItsMenuItems) {
     EXPECT_FALSE(solar->isChecked());
     EXPECT_TRUE(addPrj->isVisible());
 }
+
+TEST_F(Window, CreateSolkManualAsksForItsPicturesAndOpensThePage) {
+    TFormAt3 form;
+    ASSERT_TRUE(form.FormCreate(program()));
+    for (int i = 0; i < 7; ++i) dialogs.pushFile(QString::fromStdString(dir.path("site/DemoSite.jpg")));
+    chooseMenuItem(form, "CreateManualMnu");
+    const QString page = QString::fromStdString(dir.path("site/SOLK_Manual.html"));
+    ASSERT_FALSE(dialogs.questions().empty());
+    EXPECT_EQ(dialogs.questions().back().text, page);
+    EXPECT_TRUE(QFileInfo::exists(page));
+}

@@ -20,6 +20,7 @@
 #include "solar/analysis/ClimateDownload.h"
 #include "solar/analysis/ReportRun.h"
 #include "solar/analysis/ReportRunState.h"
+#include "solar/analysis/SolkManual.h"
 #include "solar/design/ConstructionChain.h"
 #include "solar/design/ConstructionHelperDae.h"
 #include "solar/design/PanelEditing.h"
@@ -125,4 +126,6 @@ void CreateSolarMenu(QWidget* form, QMenuBar* bar) {
         SSetTextAt3(3, QString("%1 panels taken out of the scene").arg(DeleteAllPanels()));
         forgetImportedPanels();
     });
+    solar->addSeparator();
+    AddMenuItem(form, solar, "CreateManualMnu", "Create SOLK manual", CreateManualMnuClick);
 }
