@@ -57,7 +57,10 @@ protected:
         static int argc = 1;
         static char name[] = "zv_gui_window";
         static char* argv[] = {name, nullptr};
-        static QApplication application(argc, argv);
+        // Never torn down: a static QApplication would run Qt's clean-up at exit
+        // after Qt's own globals (the icon cache) were already destroyed.
+        static QApplication* application = new QApplication(argc, argv);
+        (void)application;
         setlocale(LC_NUMERIC, "C");
     }
 

@@ -133,7 +133,7 @@ bool TFormAt3::FormCreate(const std::string& executablePath) {
     mainFormState().OriginalLabelForHelpColor = ToolkitFromQColor(LabelForHelp->palette().color(QPalette::Window));
     // The planner's forms open over this window, whoever made it.
     InstallSolarHooks(this);
-    InstallCatalogForms();
+    InstallCatalogForms(this);
     StartClipboardMonitoring(this);
     if (!FormCreateSession(executablePath, openGlRendererName())) return false;
     AddWatches();

@@ -2,4 +2,8 @@
 // web browser put into catalogHooks(). The window calls this once at start-up.
 #pragma once
 
-void InstallCatalogForms();
+class QWidget;
+
+// The browser is made on first use as a window of parent, so that it goes
+// with the main window rather than outliving the application.
+void InstallCatalogForms(QWidget* parent);

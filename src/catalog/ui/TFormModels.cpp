@@ -167,8 +167,3 @@ void TFormModels::DeleteModelBtnClick() {
 }
 
 void TFormModels::ShowOpenTessmapClick() { ShowSolvane(selection_.ModelEast, selection_.ModelNorth); }
-
-TFormModels& formModels() {
-    static TFormModels* form = new TFormModels;
-    return *form;
-}

@@ -1,6 +1,6 @@
 // The model browser: the catalogue table (or the list of unanalysed
-// models), the selected model's thumbnail, and its actions. Not modal; it
-// stays above the main window.
+// models), the selected model's thumbnail, and its actions. Not modal; a
+// window of its own that stays above the main window it belongs to.
 #pragma once
 
 #include <QWidget>
@@ -48,6 +48,3 @@ private:
     ModelSelection selection_;
     bool filling_ = false;
 };
-
-// The session's one browser, made on first use.
-TFormModels& formModels();
