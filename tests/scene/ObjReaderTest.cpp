@@ -1,10 +1,13 @@
 // The OBJ reader through the engine's read call.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <string>
 
 #include "scene/engine/EngineState.h"
+#include "scene/engine/ObjReader.h"
 #include "scene/engine_interface.h"
 #include "support/TestSupport.h"
 
@@ -147,6 +150,33 @@ TEST(ObjReader, BadFilesGiveZeroAndALogLineAndKeepTheSceneUsable) {
     EXPECT_TRUE(EngineFixtureGuard::logContains("cannot open"));
     writeTextFile(dir.path("good.obj"), std::string(QUAD) + "f 1 2 3\n");
     EXPECT_EQ(readObj(dir.path("good.obj")), 1);
+}
+
+// A file cut short, or grown, between its opening and the reading of its
+// text is refused with a log line; read through a mapping, the cut one
+// would have killed the process with SIGBUS.
+TEST(ObjReader, AFileThatChangesSizeWhileItIsReadIsRefused) {
+    EngineFixtureGuard engine;
+    ScratchDir dir;
+    std::string text(QUAD);
+    for (int k = 0; k < 2000; ++k) text += "f 1 2 3\n";
+    writeTextFile(dir.path("m.obj"), text);
+    struct Restore {
+        ~Restore() { engine::objReadHooks() = {}; }
+    } restore;
+    engine::objReadHooks().opened = [](const std::string& path) { ASSERT_EQ(::truncate(path.c_str(), 90), 0); };
+    EXPECT_EQ(readObj(dir.path("m.obj")), 0);
+    EXPECT_TRUE(EngineFixtureGuard::logContains(dir.path("m.obj") + " changed size while it was read"));
+    writeTextFile(dir.path("n.obj"), text);
+    engine::objReadHooks().opened = [](const std::string& path) {
+        std::FILE* f = std::fopen(path.c_str(), "a");
+        std::fputs("f 1 2 3\n", f);
+        std::fclose(f);
+    };
+    EXPECT_EQ(readObj(dir.path("n.obj")), 0);
+    EXPECT_TRUE(EngineFixtureGuard::logContains(dir.path("n.obj") + " changed size while it was read"));
+    engine::objReadHooks() = {};
+    EXPECT_EQ(readObj(dir.path("n.obj")), 1);
 }
 
 TEST(ObjReader, LineElementsBecomeTwoDimensionalVertices) {

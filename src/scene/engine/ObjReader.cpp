@@ -1,11 +1,11 @@
 #include "ObjReader.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <climits>
 #include <cmath>
@@ -24,43 +24,6 @@ namespace {
 
 constexpr std::int64_t NO_TEXCOORD = INT64_MIN;
 constexpr std::int64_t RELATIVE_BIAS = std::int64_t(1) << 40;
-
-// A read-only mapping of the whole file: the kernel streams it in as the
-// parsers walk forward, and nothing is copied.
-class MappedFile {
-public:
-    explicit MappedFile(const std::string& path) {
-        fd_ = ::open(path.c_str(), O_RDONLY);
-        if (fd_ < 0) return;
-        struct stat st {};
-        if (::fstat(fd_, &st) != 0 || !S_ISREG(st.st_mode)) return;
-        size_ = static_cast<std::size_t>(st.st_size);
-        if (size_ == 0) {
-            ok_ = true;
-            return;
-        }
-        void* p = ::mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, fd_, 0);
-        if (p == MAP_FAILED) return;
-        ::madvise(p, size_, MADV_SEQUENTIAL);
-        data_ = static_cast<const char*>(p);
-        ok_ = true;
-    }
-    ~MappedFile() {
-        if (data_) ::munmap(const_cast<char*>(data_), size_);
-        if (fd_ >= 0) ::close(fd_);
-    }
-    MappedFile(const MappedFile&) = delete;
-    MappedFile& operator=(const MappedFile&) = delete;
-    bool ok() const { return ok_; }
-    const char* data() const { return data_; }
-    std::size_t size() const { return size_; }
-
-private:
-    int fd_ = -1;
-    const char* data_ = nullptr;
-    std::size_t size_ = 0;
-    bool ok_ = false;
-};
 
 // A change of group or material before the triangle with that index.
 struct StateEvent {
@@ -89,6 +52,7 @@ struct Chunk {
     std::size_t lineCount = 0;
     std::string error;
     std::size_t errorLine = 0;  // chunk-local line number of the error
+    int readFault = 0;          // 0, or the errno of a failed read (ENODATA: the file ended early)
 };
 
 inline const char* skipBlanks(const char* p, const char* end) {
@@ -271,6 +235,63 @@ private:
     Chunk& c_;
 };
 
+// The file is read, not mapped: a mapped file cut short while it is open
+// kills the process with SIGBUS on the first page past its new end, where a
+// read just comes up short. Each thread reads its own share through a
+// buffer that stays in the cache, so nothing of the size of the file is
+// allocated and the copy costs less than the page faults of a mapping.
+constexpr std::size_t kReadPiece = 256 << 10;
+
+// One pread of up to `size` bytes at `offset`, across interruptions; the
+// bytes read, or -1 with the fault in `fault` (ENODATA where the file ends first).
+long readAt(int fd, char* to, std::size_t size, std::size_t offset, int& fault) {
+    while (true) {
+        const ssize_t n = ::pread(fd, to, size, static_cast<off_t>(offset));
+        if (n < 0 && errno == EINTR) continue;
+        if (n > 0) return static_cast<long>(n);
+        fault = n == 0 ? ENODATA : errno;
+        return -1;
+    }
+}
+
+// Bytes [begin, end) of the file, both at line starts, through the parser:
+// whole lines go to it, the start of a line cut by the buffer's end moves to
+// the buffer's front for the next read.
+void parseShare(int fd, std::size_t begin, std::size_t end, Chunk& chunk) {
+    std::vector<char> buffer(std::min(kReadPiece, std::max<std::size_t>(end - begin, 1)));
+    ChunkParser parser(chunk);
+    std::size_t offset = begin, kept = 0;
+    while (offset < end && chunk.error.empty()) {
+        if (kept == buffer.size()) buffer.resize(buffer.size() * 2);  // a line longer than the buffer
+        const long n = readAt(fd, buffer.data() + kept, std::min(buffer.size() - kept, end - offset), offset,
+                              chunk.readFault);
+        if (n < 0) return;
+        offset += static_cast<std::size_t>(n);
+        const std::size_t filled = kept + static_cast<std::size_t>(n);
+        std::size_t whole = filled;
+        if (offset < end) {
+            const void* last = ::memrchr(buffer.data(), '\n', filled);
+            whole = last ? static_cast<std::size_t>(static_cast<const char*>(last) - buffer.data()) + 1 : 0;
+        }
+        parser.parse(buffer.data(), buffer.data() + whole);
+        kept = filled - whole;
+        std::memmove(buffer.data(), buffer.data() + whole, kept);
+    }
+}
+
+// One past the first newline at or after `pos`, or `size` when there is none.
+std::size_t lineStartFrom(int fd, std::size_t pos, std::size_t size, int& fault) {
+    char window[4096];
+    while (pos < size) {
+        const long n = readAt(fd, window, std::min(sizeof window, size - pos), pos, fault);
+        if (n < 0) return size;
+        if (const void* nl = std::memchr(window, '\n', static_cast<std::size_t>(n)))
+            return pos + static_cast<std::size_t>(static_cast<const char*>(nl) - window) + 1;
+        pos += static_cast<std::size_t>(n);
+    }
+    return size;
+}
+
 // Resolves an encoded reference of a chunk whose first vertex has index base.
 inline long resolveReference(std::int64_t encoded, std::size_t base) {
     if (encoded >= 0) return encoded;
@@ -354,34 +375,51 @@ std::string layerNameFor(const std::string& group, const std::string& material, 
 
 }  // namespace
 
+ObjReadHooks& objReadHooks() {
+    static ObjReadHooks hooks;
+    return hooks;
+}
+
 bool ReadObjFile(const std::string& path, std::vector<Layer>& layersOut) {
-    MappedFile file(path);
-    if (!file.ok()) {
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat st {};
+    if (fd < 0 || ::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+        if (fd >= 0) ::close(fd);
         engineLog("OBJ read failed: cannot open %s", path.c_str());
         return false;
     }
-    const char* data = file.data();
-    const std::size_t size = file.size();
+    if (objReadHooks().opened) objReadHooks().opened(path);
+    const auto size = static_cast<std::size_t>(st.st_size);
 
     // Split at line ends into one share per core.
     unsigned threads = std::max(1u, std::min(8u, std::thread::hardware_concurrency()));
     if (size < (1u << 20)) threads = 1;
+    int fault = 0;
     std::vector<std::size_t> cuts{0};
-    for (unsigned t = 1; t < threads; ++t) {
-        std::size_t pos = size * t / threads;
-        pos = std::max(pos, cuts.back());
-        const void* nl = pos < size ? std::memchr(data + pos, '\n', size - pos) : nullptr;
-        cuts.push_back(nl ? static_cast<std::size_t>(static_cast<const char*>(nl) - data) + 1 : size);
-    }
+    for (unsigned t = 1; t < threads; ++t)
+        cuts.push_back(lineStartFrom(fd, std::max(size * t / threads, cuts.back()), size, fault));
     cuts.push_back(size);
     const std::size_t chunkCount = cuts.size() - 1;
     std::vector<Chunk> chunks(chunkCount);
     {
         std::vector<std::thread> workers;
         for (std::size_t i = 1; i < chunkCount; ++i)
-            workers.emplace_back([&, i] { ChunkParser(chunks[i]).parse(data + cuts[i], data + cuts[i + 1]); });
-        if (chunkCount > 0) ChunkParser(chunks[0]).parse(data + cuts[0], data + cuts[1]);
+            workers.emplace_back([&, i] { parseShare(fd, cuts[i], cuts[i + 1], chunks[i]); });
+        parseShare(fd, cuts[0], cuts[1], chunks[0]);
         for (auto& w : workers) w.join();
+    }
+    // A byte past the announced end: the file grew while it was read.
+    char beyond;
+    if (!fault && ::pread(fd, &beyond, 1, static_cast<off_t>(size)) > 0) fault = EFBIG;
+    ::close(fd);
+    for (const Chunk& c : chunks) fault = fault ? fault : c.readFault;
+    if (fault == ENODATA || fault == EFBIG) {
+        engineLog("OBJ read failed: %s changed size while it was read", path.c_str());
+        return false;
+    }
+    if (fault) {
+        engineLog("OBJ read failed: cannot read %s: %s", path.c_str(), std::strerror(fault));
+        return false;
     }
 
     std::size_t lineBase = 0;

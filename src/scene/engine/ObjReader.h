@@ -15,4 +15,11 @@ namespace engine {
 // naming the file and the fault; `layers` is then left as it was.
 bool ReadObjFile(const std::string& path, std::vector<Layer>& layers);
 
+// For tests: `opened` runs once the file is open and its size known, before
+// its text is read (a test cuts the file short there). Stays until put back.
+struct ObjReadHooks {
+    void (*opened)(const std::string& path) = nullptr;
+};
+ObjReadHooks& objReadHooks();
+
 }  // namespace engine
