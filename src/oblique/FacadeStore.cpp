@@ -148,3 +148,14 @@ void SelectLine(const QString& JPG) {
         return;
     }
 }
+
+QString FacadeOfClick(const TGIS_Point3D& point, double& DistXY, double& DistZ) {
+    if (modelSession().KamaFacades == 0 || !ControlChecked("ShowHideFacadeImageLocation")) return {};
+    const QString picture = FindRelevantFacade(point, DistXY, DistZ);
+    if (picture.isEmpty() || !QFileInfo::exists(picture)) {
+        At3d_MeasureList_Cancel_Selected_Line();
+        return {};
+    }
+    SelectLine(picture);
+    return picture;
+}

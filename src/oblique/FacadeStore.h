@@ -48,3 +48,8 @@ QString FindNextFacade(int Add, int idx);
 
 // Draws the photograph's line red and the one before it blue again.
 void SelectLine(const QString& JPG);
+
+// The facade step of a click that looks for photographs: the photograph to
+// show ("" for none, its line then unselected) with its DXY and DZ, its line
+// selected. Nothing while "Show location" is unchecked.
+QString FacadeOfClick(const TGIS_Point3D& point, double& DistXY, double& DistZ);

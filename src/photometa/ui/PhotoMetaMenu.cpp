@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "oblique/ui/FacadeMenu.h"
 #include "photometa/AnalyzeExif.h"
 
 void CreatePhotosMenu(QWidget* form, QMenuBar* bar) {
@@ -13,4 +14,5 @@ void CreatePhotosMenu(QWidget* form, QMenuBar* bar) {
     analyze->setObjectName("AnalyzeEXIF1");
     QObject::connect(analyze, &QAction::triggered, form, [] { AnalyzeExifClick(); });
     menu->addAction(analyze);
+    AddFacadeMenu(form, menu);
 }
