@@ -12,6 +12,7 @@
 #include "geo/GeoConversions.h"
 #include "oblique/FacadeContainer.h"
 #include "oblique/FacadeStore.h"
+#include "oblique/FacadeView.h"
 #include "scene/engine_interface.h"
 #include "support/SceneBuilders.h"
 
@@ -117,4 +118,13 @@ TEST_F(Facades, NoFacadesFolderMeansNoFacades) {
     EXPECT_EQ(LoadFacades(), 0);
     double dxy = 0, dz = 0;
     EXPECT_EQ(FindRelevantFacade(TGIS_Point3D{0, 0, 0, 0}, dxy, dz), "");
+}
+
+TEST_F(Facades, ShowOnModelLooksFromThirtyUnitsBehindTheCamera) {
+    facadeState().Facade1X = 0, facadeState().Facade1Y = 0, facadeState().Facade1Z = 5;
+    facadeState().Facade2X = 10, facadeState().Facade2Y = 0, facadeState().Facade2Z = 5;
+    At3d_SetCameraFieldOfView(0, 45);
+    EXPECT_TRUE(ShowFacadeOnModel());
+    EXPECT_EQ(readTextFile(sessionPaths().ORVO_T + "Facade.vpt"),
+              "7.000000 45.000000\n-30.000000 0.000000 8.000000\n0.000000 0.000000 90.000000\n");
 }
