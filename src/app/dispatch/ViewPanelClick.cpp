@@ -1,9 +1,11 @@
 #include "ViewPanelClick.h"
 
 #include <QString>
+#include <cmath>
 
 #include "app/inbox/Handover.h"
 #include "app/model/ModelSession.h"
+#include "app/model/Viewport.h"
 #include "app/services/RunLog.h"
 #include "app/session/CameraState.h"
 #include "app/session/DispatchState.h"
@@ -15,6 +17,7 @@
 #include "measure/BillboardPlacing.h"
 #include "measure/Digitising.h"
 #include "measure/Measuring.h"
+#include "oblique/ObliqueLookup.h"
 #include "scene/engine_interface.h"
 
 namespace {
@@ -68,6 +71,19 @@ void takeSessionPoint(DispatchState& d, const ClickInput& click, const double lo
     }
 }
 
+// The clicked point in the map frame, as the photographs' cameras are kept,
+// with the view's azimuth (0 to 360) that the lookup matches them against.
+TGIS_Point3D clickedMapPoint(const DispatchState& d) {
+    GetCameraAnglesClick();
+    TGIS_Point3D point;
+    point.X = d.FromModel_X;
+    point.Y = d.FromModel_Y;
+    point.Z = d.FromModel_Z;
+    point.M = std::fmod(cameraState().cameraZAngle, 360.0);
+    if (point.M < 0) point.M += 360;
+    return point;
+}
+
 // The point under the click, local frame; false off the mesh.
 bool pick(DispatchState& d, int x, int y, double xyz[3]) {
     int hitFlag = 0;
@@ -106,9 +122,14 @@ ClickRoute ViewPanelMouseActivate(const ClickInput& click) {
         DigitiseClick(click.Button, xyz[0], xyz[1], xyz[2]);
         return ClickRoute::Digitise;
     }
-    // TODO(#15): the oblique lookup and count act on these two routes.
-    if (click.Alt && obliquesKnown()) return ClickRoute::ObliqueLookup;
-    if (click.Ctrl && obliquesKnown()) return ClickRoute::ObliqueCount;
+    if (click.Alt && obliquesKnown()) {
+        StretchOblique(clickedMapPoint(d));
+        return ClickRoute::ObliqueLookup;
+    }
+    if (click.Ctrl && obliquesKnown()) {
+        CountRelevantObliquesClick(clickedMapPoint(d));
+        return ClickRoute::ObliqueCount;
+    }
     if (click.Button == 1 && click.Shift && d.BILLBOARDMODE) {
         PlaceBillboardAtClick(d.FromModel_X, d.FromModel_Y, d.FromModel_Z);
         return ClickRoute::PlaceBillboard;

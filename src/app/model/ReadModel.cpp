@@ -12,6 +12,7 @@
 #include "ModelGisFiles.h"
 #include "ModelOpening.h"
 #include "ModelPaths.h"
+#include "ModelPhotographs.h"
 #include "ModelSession.h"
 #include "ModelZip.h"
 #include "NorthArrow.h"
@@ -331,8 +332,7 @@ void Read_3D_File() {
     TryToLoadtacticalGrid();
     PrepareNorthArrow();
     addDecals();
-    model.ShowObliques = ", Alt+LClick for INDOOR";
-    model.INDOOR = true;
+    FindModelPhotographs(path);
     model.readSeconds = secondsSince(start);
 }
 

@@ -49,6 +49,7 @@
 #include "measure/BillboardMenu.h"
 #include "measure/PanelLabels.h"
 #include "measure/ui/MeasureHooks.h"
+#include "oblique/ObliqueOpen.h"
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
 #include "scene/render/ViewCapture.h"
@@ -102,6 +103,7 @@ TFormAt3::TFormAt3(QWidget* parent) : QMainWindow(parent) {
     ShiftRightClickPopupmenu = CreateShiftRightClickPopupmenu(this);
     InstallMeasureHooks(this);
     InstallPanelLabels();
+    InstallObliqueSearch();
     if (const QScreen* screen = QGuiApplication::primaryScreen()) resize(screen->availableGeometry().size());
     installMainFormHost(this);
     SetControlVisible("ReadModelBtn", false);

@@ -250,6 +250,9 @@ TEST_F(Dispatcher, AClickTakesTheFirstRouteItsFlagsAndKeysMatch) {
     modelSession().KamaOblique = 3;
     EXPECT_EQ(click(CENTRE_X, CENTRE_Y, 1, false, true), ClickRoute::ObliqueLookup);
     EXPECT_EQ(click(CENTRE_X, CENTRE_Y, 1, false, false, true), ClickRoute::ObliqueCount);
+    // The count ran on the clicked map point; the model's catalogue holds no camera near it.
+    EXPECT_TRUE(mainFormState().statusTexts[2].startsWith("700000.")) << mainFormState().statusTexts[2].toStdString();
+    EXPECT_TRUE(mainFormState().statusTexts[2].endsWith("  Visible from 0 Cameras out of 3"));
     d.BILLBOARDMODE = true;
     EXPECT_EQ(click(CENTRE_X, CENTRE_Y, 1, true), ClickRoute::PlaceBillboard);
     EXPECT_EQ(click(CENTRE_X, CENTRE_Y, 2, true), ClickRoute::Handover);
