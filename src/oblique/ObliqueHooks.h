@@ -10,13 +10,16 @@
 #include "geo/GisTypes.h"
 
 struct ObliqueHooks {
-    // ShowObliqueBigWindow(index, uid): shows OOO[index]. Unset: nothing is shown.
-    std::function<void(int index, int uid)> showObliqueBigWindow;
+    // ShowObliqueBigWindow(index, zoom): shows OOO[index]; a zoom of -9 shows
+    // the whole picture. Unset: nothing is shown.
+    std::function<void(int index, int zoom)> showObliqueBigWindow;
     // Closes the photograph window when it is open.
     std::function<void()> closeObliqueWindow;
     // The facade lookup of the clicked point; called only when the model has
     // facades, and it looks itself whether "Show location" is checked.
     std::function<void(const TGIS_Point3D& point)> facadeLookup;
+    // ShowPhotoBigWindow(JPG, DistXY, DistZ): the facade photograph window. Unset: nothing is shown.
+    std::function<void(const QString& JPG, double DistXY, double DistZ)> showPhotoBigWindow;
     // The EXIF Orientation tag of a picture (1 to 8, 0 when it has none).
     // Unset: the picture's own reader is asked.
     std::function<int(const QString& picture)> exifOrientation;

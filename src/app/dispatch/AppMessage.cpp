@@ -1,5 +1,6 @@
 #include "AppMessage.h"
 
+#include <QFileInfo>
 #include <QString>
 #include <algorithm>
 #include <cmath>
@@ -24,6 +25,8 @@
 #include "measure/Billboards.h"
 #include "measure/MeasureDisplay.h"
 #include "measure/Measuring.h"
+#include "oblique/FacadeStore.h"
+#include "oblique/ObliqueHooks.h"
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
 
@@ -280,7 +283,15 @@ AppPopup onEngineNotify(DispatchState& d, const AppMsg& msg) {
         d.GlobalSelectedIdx = index;
         d.GlobalMeasureOrBilboard = 1;
         Display_Measure_Data(index, item);
-        // TODO(#15): an item whose text names an existing photograph opens it instead of the menu.
+        // The lines of facade photographs are named by their pictures: such a line opens its photograph.
+        const QString picture = QString::fromUtf8(item.id);
+        if (!picture.isEmpty() && QFileInfo(picture).isFile()) {
+            FacadeState& f = facadeState();
+            f.Facade1X = item.vertex1[0] + OC(0), f.Facade1Y = item.vertex1[1] + OC(1), f.Facade1Z = item.vertex1[2] + OC(2);
+            f.Facade2X = item.vertex2[0] + OC(0), f.Facade2Y = item.vertex2[1] + OC(1), f.Facade2Z = item.vertex2[2] + OC(2);
+            if (obliqueHooks().showPhotoBigWindow) obliqueHooks().showPhotoBigWindow(picture, 0, 0);
+            return AppPopup::None;
+        }
         return AppPopup::PopupMenu1;
     }
     return AppPopup::None;

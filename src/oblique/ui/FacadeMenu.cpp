@@ -48,6 +48,9 @@ void AddFacadeMenu(QWidget* form, QMenu* photos) {
     QObject::connect(addItem(form, facades, "Markalocation1", "Mark a location", ""), &QAction::triggered, form,
                      [] { MarkALocationClick(); });
 
+    obliqueHooks().showPhotoBigWindow = [form](const QString& JPG, double DistXY, double DistZ) {
+        FormPhoto(form)->ShowPhotoBigWindow(JPG, DistXY, DistZ);
+    };
     obliqueHooks().facadeLookup = [form](const TGIS_Point3D& point) {
         double dxy = 0, dz = 0;
         const QString picture = FacadeOfClick(point, dxy, dz);

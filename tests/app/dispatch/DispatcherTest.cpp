@@ -17,6 +17,8 @@
 #include "measure/DigitiseState.h"
 #include "solar/design/PanelFormLogic.h"
 #include "app/services/OrvoDialogs.h"
+#include "oblique/FacadeStore.h"
+#include "oblique/ObliqueHooks.h"
 #include "scene/engine_interface.h"
 #include "support/SceneBuilders.h"
 
@@ -280,6 +282,33 @@ TEST_F(Dispatcher, ASelectedMeasureAsksForItsMenuWithoutMove) {
     // An item that isn't there selects nothing.
     note.wParam = AT3D_NOTIFY_MEASURE_BASE + 5;
     EXPECT_EQ(AppMessage(note).popup, AppPopup::None);
+}
+
+TEST_F(Dispatcher, TheLineOfAFacadePhotographOpensItsPictureInsteadOfTheMenu) {
+    const std::string picture = dir.path("IMG_7.JPG");
+    testsupport::writeTextFile(picture, "x");
+    QStringList shown;
+    obliqueHooks().showPhotoBigWindow = [&shown](const QString& JPG, double DistXY, double DistZ) {
+        shown << QString::asprintf("%s %.1f %.1f", JPG.toUtf8().constData(), DistXY, DistZ);
+    };
+    const float blue[3] = {0, 0, 1};
+    const double camera[3] = {1, 2, 3}, target[3] = {4, 5, 6};
+    ASSERT_TRUE(At3d_MeasureList_Add_Item(picture.c_str(), 1, 0, 0, 2, blue, camera, target, camera, camera));
+    AppMsg note;
+    note.message = MSG_ENGINE_NOTIFY;
+    note.wParam = AT3D_NOTIFY_MEASURE_BASE;
+    note.lParam = 1;
+    EXPECT_EQ(AppMessage(note).popup, AppPopup::None);
+    EXPECT_EQ(shown, QStringList{QString::fromStdString(picture) + " 0.0 0.0"});
+    // The camera and the point it looks at, in the map frame.
+    const FacadeState& f = facadeState();
+    EXPECT_DOUBLE_EQ(f.Facade1X, 700001);
+    EXPECT_DOUBLE_EQ(f.Facade1Y, 3600002);
+    EXPECT_DOUBLE_EQ(f.Facade1Z, 13);
+    EXPECT_DOUBLE_EQ(f.Facade2X, 700004);
+    EXPECT_DOUBLE_EQ(f.Facade2Z, 16);
+    resetObliqueHooks();
+    resetFacadeState();
 }
 
 TEST_F(Dispatcher, DigitiseItemsArmTheirModesAndAbortDisarms) {
