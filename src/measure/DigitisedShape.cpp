@@ -12,7 +12,11 @@
 #include "app/services/FileHelpers.h"
 #include "app/services/RunLog.h"
 #include "app/services/ShapeFileWriter.h"
+#include "app/session/CameraState.h"
+#include "app/session/DispatchState.h"
 #include "app/session/StartupState.h"
+#include "app/session/ViewerSettings.h"
+#include "motion/Flythrough.h"
 #include "solar/design/PanelFormLogic.h"
 #include "solar/design/PlacementDae.h"
 #include "solar/design/RoofCapture.h"
@@ -82,7 +86,9 @@ bool CreateSHPfileFromPoints(const TGIS_Point3D* P, int NP, int TC, const QStrin
         return false;
     }
     // TODO(#15): a facade line goes to the facade's own files.
-    // TODO(#16): a flythrough line becomes the way point shape file.
+    // A flythrough line becomes the way point file in place of the outline.
+    if (dispatchState().IsFlytrough && !ISPOLYGON)
+        return CreateFlytroughWaypointFile(P, NP, viewerSettings().FlytroughAlt, cameraState().roaming_FieldOfView, SHP);
     // The outline is kept as a shape in every case, a roof capture's too.
     const bool written =
         WriteShapeFileStaged(SHP, [&](GDALDataset* dataset) { return writeOutline(dataset, P, NP, TC, ISPOLYGON); });

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <map>
 
 #include "DigitiseMenu.h"
 #include "KeyCodes.h"
@@ -27,14 +28,11 @@
 #include "measure/Measuring.h"
 #include "oblique/FacadeStore.h"
 #include "oblique/ObliqueHooks.h"
+#include "motion/Flythrough.h"
 #include "scene/EngineSession.h"
 #include "scene/engine_interface.h"
 
 namespace {
-
-// Limits of the flythrough's field of view under Num + and Num -.
-constexpr double FLY_FOV_MIN = 30;
-constexpr double FLY_FOV_MAX = 100;
 
 double normalisedDegrees(double angle) {
     angle = std::fmod(angle, 360.0);
@@ -156,17 +154,16 @@ double modelHeight() {
 }
 
 // The flythrough's column: its way points belong to the flythrough itself.
-bool flythroughKey(DispatchState& d, int key) {
-    double& fov = cameraState().roaming_FieldOfView;
-    switch (key) {
-    case KEY_PRIOR: d.GlobalFlyDeltaZ += 2; return true;
-    case KEY_NEXT: d.GlobalFlyDeltaZ -= 2; return true;
-    case KEY_LEFT: d.GlobalFlyTroughSKEW -= viewerSettings().GlobalVideoRotationStep; return true;
-    case KEY_RIGHT: d.GlobalFlyTroughSKEW += viewerSettings().GlobalVideoRotationStep; return true;
-    case KEY_ADD: fov = std::max(FLY_FOV_MIN, fov - 2); return true;
-    case KEY_SUBTRACT: fov = std::min(FLY_FOV_MAX, fov + 2); return true;
-    default: return false;
-    }
+bool flythroughKey(int key) {
+    static const std::map<int, FlyKey> keys = {
+        {KEY_PRIOR, FlyKey::PageUp}, {KEY_NEXT, FlyKey::PageDown}, {KEY_LEFT, FlyKey::Left},
+        {KEY_RIGHT, FlyKey::Right},  {KEY_UP, FlyKey::Up},         {KEY_DOWN, FlyKey::Down},
+        {KEY_ADD, FlyKey::NumPlus},  {KEY_SUBTRACT, FlyKey::NumMinus}, {KEY_W, FlyKey::Forward},
+        {KEY_F8, FlyKey::Forward},   {KEY_S, FlyKey::Back},        {KEY_F4, FlyKey::Back}};
+    const auto found = keys.find(key);
+    if (found == keys.end()) return false;
+    FlyTroughKey(found->second);
+    return true;
 }
 
 bool roamingKey(int key, bool shift, double step) {
@@ -232,7 +229,7 @@ bool onKeyDown(DispatchState& d, const AppMsg& msg) {
     fetchAngles(d);
     bool changed = false;
     if (d.KamaFTWP > 0)
-        changed = flythroughKey(d, key);
+        changed = flythroughKey(key);
     else if (cameraState().activeCameraID != 0)
         changed = roamingKey(key, msg.shift, d.CAMERASTEPANGLE);
     else
@@ -242,7 +239,8 @@ bool onKeyDown(DispatchState& d, const AppMsg& msg) {
     d.CAMERAYANGLE = 0;
     GetCameraAnglesClick();
     d.CAMERAZANGLE = cameraState().cameraZAngle;
-    if (cameraState().activeCameraID != 0) SetStatusbar4Roaming();
+    // The walk keeps its own status line of the way point.
+    if (cameraState().activeCameraID != 0 && d.KamaFTWP == 0) SetStatusbar4Roaming();
     At3d_RenderOpenGLScene();
     DisplayAzimuth();
     return true;

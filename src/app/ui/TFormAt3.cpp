@@ -27,6 +27,7 @@
 #include "app/inbox/FolderWatch.h"
 #include "catalog/ui/CatalogForms.h"
 #include "modeltools/ui/ModelToolsMenu.h"
+#include "motion/ui/FlythroughMenu.h"
 #include "photometa/ui/PhotoMetaMenu.h"
 #include "ManageLayersForm.h"
 #include "ViewPanel.h"
@@ -198,6 +199,7 @@ void TFormAt3::createMenus() {
     view->addSeparator();
     AddMenuItem(this, view, "SaveViewport1", "Save viewport", SaveViewportClick);
     AddMenuItem(this, view, "RestoreViewport1", "Restore viewport", RestoreViewportClick);
+    AddFlythroughMenuItems(this, view);
 
     QMenu* digitize = menuBar()->addMenu("&Digitize");
     digitize->setObjectName("DigitizeDropdownMnu");
