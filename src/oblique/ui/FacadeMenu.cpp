@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QMenu>
 
+#include "TFormOBLI.h"
 #include "TFormPhoto.h"
 #include "app/session/MainFormState.h"
 #include "oblique/FacadeContainer.h"
@@ -48,6 +49,7 @@ void AddFacadeMenu(QWidget* form, QMenu* photos) {
     QObject::connect(addItem(form, facades, "Markalocation1", "Mark a location", ""), &QAction::triggered, form,
                      [] { MarkALocationClick(); });
 
+    InstallObliqueWindow(form);
     obliqueHooks().showPhotoBigWindow = [form](const QString& JPG, double DistXY, double DistZ) {
         FormPhoto(form)->ShowPhotoBigWindow(JPG, DistXY, DistZ);
     };
