@@ -92,6 +92,22 @@ TEST_F(ObliqueCli, APixelGoesBackToThePointOfTheMeshItShows) {
     EXPECT_NE(r.err.find("no photograph Z.jpg"), std::string::npos) << r.err;
 }
 
+TEST_F(ObliqueCli, WithoutACatalogueTheOpkListGivesTheNearCamerasLookingTheWayOfTheView) {
+    const std::string room = dir.path("indoor/Room.obj");
+    writeTextFile(room, "v 179990 659990 40\nv 180010 659990 40\nv 180010 660010 40\nf 1 2 3\n");
+    // Omega 45 with phi and kappa 0 looks north, 45 degrees up; P2 is 20 m away.
+    writeTextFile(dir.path("indoor/OBLIXS/OPK.TXT"),
+                  "Name X Y Z Omega Phi Kappa\n\n"
+                  "P1 180000 659995 45 45 0 0\n"
+                  "P2 180000 659980 45 45 0 0\n");
+    writeTextFile(dir.path("indoor/OBLIXS/P1.jpg"), "x");
+    writeTextFile(dir.path("indoor/OBLIXS/P2.jpg"), "x");
+    const CliResult r = cli("oblique " + room + " 180000 660000 40");
+    ASSERT_EQ(r.exitCode, 0) << r.err;
+    EXPECT_EQ(r.out, " 2 images. Azimuth 0  1 relevants\n1 OBLIXS/P1.jpg - - 5.00 0 0\n");
+    EXPECT_EQ(readTextFile(dir.path("indoor/OBLIXS/Room.OPK")).substr(0, 3), "P1 ");
+}
+
 TEST_F(ObliqueCli, AModelWithoutPhotographsIsAHandledFailure) {
     writeTextFile(dir.path("bare/Bare.obj"), "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
     const CliResult r = cli("oblique " + dir.path("bare/Bare.obj") + " 0 0 0");
