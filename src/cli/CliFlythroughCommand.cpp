@@ -1,5 +1,6 @@
 // flythrough: a digitised line, or a list of map points, to the way point
 // file the window makes of a "Fly trrough" line.
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -101,12 +102,15 @@ int CliFlythrough(const std::vector<std::string>& args) {
     const bool read = ext == "lin" || ext == "pol" ? readMeasureLine(line, points) : readPointList(line, points);
     if (!read) return CLI_FAILED;
     if (points.size() < 2) {
-        std::fprintf(stderr, "error: %s holds %d points; a path needs 2\n", words[1].c_str(), int(points.size()));
+        std::fprintf(stderr, "error: a path needs 2 points or more; %s holds %d\n", words[1].c_str(),
+                     int(points.size()));
         return CLI_FAILED;
     }
+    const QString out = QString::fromStdString(words[2]);
+    QDir().mkpath(QFileInfo(out).absolutePath());
     WaypointFileSummary summary;
-    if (!CreateFlytroughWaypointFile(points.data(), int(points.size()), alt, cameraState().roaming_FieldOfView,
-                                     QString::fromStdString(words[2]), &summary)) {
+    if (!CreateFlytroughWaypointFile(points.data(), int(points.size()), alt, cameraState().roaming_FieldOfView, out,
+                                     &summary)) {
         std::fprintf(stderr, "error: can not write %s\n", words[2].c_str());
         return CLI_FAILED;
     }
