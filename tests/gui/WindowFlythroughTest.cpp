@@ -8,6 +8,7 @@
 
 #include "WindowFixture.h"
 #include "app/services/GdalDrivers.h"
+#include "app/services/SessionPaths.h"
 #include "motion/Flythrough.h"
 
 namespace {
@@ -57,6 +58,9 @@ TEST_F(WindowFlythrough, ALineClickedOnTheRoofBecomesAPathThatWWalksAlong) {
     for (const QPoint& p : pixels) ASSERT_EQ(layerAt(p), "flatroof_building");
 
     dialogs.pushText(QString::number(FLY_ABOVE));
+    EXPECT_EQ(form.findChild<QAction*>("FlytrroughDigitize")->text(), "Fly trrough");
+    EXPECT_EQ(form.findChild<QAction*>("FlytroughVieport")->text(), "Flytrough");
+    EXPECT_EQ(form.findChild<QAction*>("ShowFlytroughwaypints1")->text(), "Show Flytrough waypints");
     chooseMenuItem(form, "FlytrroughDigitize");
     EXPECT_EQ(dialogs.questions().back().title, "Fly above model");
     click(surface, pixels[0]);
@@ -101,6 +105,20 @@ TEST_F(WindowFlythrough, ALineClickedOnTheRoofBecomesAPathThatWWalksAlong) {
     EXPECT_NEAR(eye[1] + OC(1), path[1].Y, 1e-6);
     EXPECT_NEAR(eye[2] + OC(2), path[1].Z, 1e-6);
     screenshot(surface, "flythrough_after_w");
+
+    chooseMenuItem(form, "ShowFlytroughwaypints1");
+    EXPECT_EQ(dialogs.questions().back().title, "10 Flytrough waypoints (10)");
+    const QStringList rows =
+        QString::fromStdString(testsupport::readTextFile(sessionPaths().ORVO_T + "FTWP.csv")).split('\n');
+    ASSERT_EQ(rows.size(), 12);
+    EXPECT_EQ(rows[0], "Sta,DH,Pitch,FOV,Azim,Skew,Traversed");
+    // The way point W reached: its station, the settings carried to it, reached once.
+    const QStringList second = rows[2].split(',');
+    ASSERT_EQ(second.size(), 7);
+    EXPECT_EQ(second[0], QString::asprintf("%.2f", double(s.FTWP[1].Sta)));
+    EXPECT_EQ(second.mid(1, 3), (QStringList{"0", "-45", "80"}));
+    EXPECT_EQ(second.mid(5), (QStringList{"0.0", "1"}));
+    EXPECT_TRUE(rows[3].endsWith(",0")) << rows[3].toStdString();
 
     // Unchecked, the walk ends and the default camera returns.
     chooseMenuItem(form, "FlytroughVieport");

@@ -246,6 +246,18 @@ TEST_F(Flythrough, PositionsFollowTheSegmentsAndTheHeadingTurnsTheShortWay) {
     EXPECT_EQ(trace[1], "50.00,0.00,100.00,350.00,10.00,20.00,10.00");
 }
 
+TEST_F(Flythrough, BetweenWayPointsTheStartsSkewCountsTwiceInTheHeading) {
+    openCornerPath();
+    waypoint(0).SKEW = 10;
+    waypoint(1).SKEW = 10;
+    // Headings 10 and 100 with their skews: 10 + 90 x 0.15 / 100 at station 0.15, plus the skew again.
+    OrvoSetObserverFlyTrough(GetPointOnFlytrough(0.1f));
+    EXPECT_NEAR(cameraState().cameraZAngle, 20.135, 1e-4);
+    double eye[3], target[3];
+    roaming(eye, target);
+    EXPECT_NEAR(std::atan2(target[0] - eye[0], target[1] - eye[1]) * 180 / M_PI, 20.135, 1e-4);
+}
+
 TEST_F(Flythrough, KeysChangeTheWayPointAtTheSegmentStartWithinTheirLimits) {
     openCornerPath();
     FlyTroughKey(FlyKey::Up);
