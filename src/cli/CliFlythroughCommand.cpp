@@ -58,7 +58,8 @@ bool readPointList(const QString& path, std::vector<TGIS_Point3D>& points) {
         bool ok = words.size() == 2 || words.size() == 3;
         for (int i = 0; ok && i < words.size(); ++i) ok = ParseCliNumber(words[i].toStdString(), xyz[i]);
         if (!ok) {
-            std::fprintf(stderr, "error: line %d of %s is not X Y [Z]\n", lineNumber, QFile::encodeName(path).constData());
+            std::fprintf(stderr, "error: line %d of %s is not X Y [Z]\n", lineNumber,
+                         QFile::encodeName(path).constData());
             return false;
         }
         if (words.size() == 2) {

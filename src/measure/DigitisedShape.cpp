@@ -88,7 +88,8 @@ bool CreateSHPfileFromPoints(const TGIS_Point3D* P, int NP, int TC, const QStrin
     // TODO(#15): a facade line goes to the facade's own files.
     // A flythrough line becomes the way point file in place of the outline.
     if (dispatchState().IsFlytrough && !ISPOLYGON)
-        return CreateFlytroughWaypointFile(P, NP, viewerSettings().FlytroughAlt, cameraState().roaming_FieldOfView, SHP);
+        return CreateFlytroughWaypointFile(P, NP, viewerSettings().FlytroughAlt, cameraState().roaming_FieldOfView,
+                                           SHP);
     // The outline is kept as a shape in every case, a roof capture's too.
     const bool written =
         WriteShapeFileStaged(SHP, [&](GDALDataset* dataset) { return writeOutline(dataset, P, NP, TC, ISPOLYGON); });

@@ -91,7 +91,8 @@ bool addNumberField(OGRLayer* layer, const char* name, int decimals = 0) {
 }
 
 bool modelSrs(OGRSpatialReference& srs) {
-    const QString wkt = modelSession().PRJ.empty() ? QString() : StringFromFile(QString::fromStdString(modelSession().PRJ));
+    const std::string& prj = modelSession().PRJ;
+    const QString wkt = prj.empty() ? QString() : StringFromFile(QString::fromStdString(prj));
     if (wkt.isEmpty() || srs.SetFromUserInput(wkt.toUtf8().constData()) != OGRERR_NONE) return false;
     srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
     return true;
@@ -441,9 +442,10 @@ void OrvoSetObserverFlyTrough(FLYTROUGHWAYPOINT PQ) {
     SetRoamingColor();
     c.activeCameraID = 1;
     c.cameraZAngle = azDeg;
-    const QString status = QString::asprintf("%d Sta %.1f   H %.1f   FOV %.0lf Heading %.1f Skew %.0f DH %.2f Pitch %.0f",
-                                             PQ.Index, double(PQ.Sta), eye[2] + OC(2), c.roaming_FieldOfView,
-                                             double(PQ.Azim), double(PQ.SKEW), double(PQ.DeltaH), double(PQ.Pitch));
+    const QString status =
+        QString::asprintf("%d Sta %.1f   H %.1f   FOV %.0lf Heading %.1f Skew %.0f DH %.2f Pitch %.0f", PQ.Index,
+                          double(PQ.Sta), eye[2] + OC(2), c.roaming_FieldOfView, double(PQ.Azim), double(PQ.SKEW),
+                          double(PQ.DeltaH), double(PQ.Pitch));
     SSetTextAt3(0, status);
     PrintRunLog("%s\n", status.toUtf8().constData());
     At3d_RenderOpenGLScene();

@@ -41,7 +41,7 @@ struct ShapeFile {
 ShapeFile readShape(const std::string& path) {
     EnsureGdalDrivers();
     ShapeFile shape;
-    GDALDataset* dataset = static_cast<GDALDataset*>(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR, nullptr, nullptr, nullptr));
+    auto* dataset = static_cast<GDALDataset*>(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR, nullptr, nullptr, nullptr));
     if (!dataset) return shape;
     OGRLayer* layer = dataset->GetLayer(0);
     OGRFeatureDefn* definition = layer->GetLayerDefn();
@@ -96,8 +96,8 @@ protected:
         const std::string path = dir.path("corner.shp");
         EXPECT_TRUE(CreateFlytroughWaypointFile(line.data(), 2, 100, 80, QString::fromStdString(path)));
         // The second leg is added as a third way point.
-        GDALDataset* dataset =
-            static_cast<GDALDataset*>(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, nullptr, nullptr, nullptr));
+        auto* dataset = static_cast<GDALDataset*>(
+            GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, nullptr, nullptr, nullptr));
         OGRLayer* layer = dataset->GetLayer(0);
         OGRFeature* feature = OGRFeature::CreateFeature(layer->GetLayerDefn());
         OGRPoint point(1100, 2100, 100);
