@@ -401,3 +401,30 @@ TEST_F(Flythrough, AFileOfLinesIsRefusedAndNoWalkStarts) {
     EXPECT_EQ(dialogs.questions().back().text, "The file has to be points");
     EXPECT_EQ(dispatchState().KamaFTWP, 0);
 }
+
+TEST_F(Flythrough, TheCheckedItemOpensThroughTheFileDialogAndUncheckedEndsTheWalk) {
+    const std::string path = writeCornerPath();
+    SetHelpCaption("before");
+    SetControlChecked("FlytroughVieport", true);
+    // A cancelled choice opens nothing and leaves the check mark on.
+    FlytroughVieportClick();
+    EXPECT_EQ(dialogs.questions().back().title, "Open the shape file(input)");
+    EXPECT_EQ(dispatchState().KamaFTWP, 0);
+    EXPECT_TRUE(ControlChecked("FlytroughVieport"));
+
+    dialogs.pushFile(QString::fromStdString(path));
+    dialogs.pushText("8");
+    FlytroughVieportClick();
+    EXPECT_EQ(dispatchState().KamaFTWP, 3);
+    EXPECT_EQ(mainFormState().LabelForHelpCaption,
+              "\t W forward S back,  +/- to zoom, <-/-> to skew, PgUp/PgDn for Up/Down, Up/Down arrows for pitch ");
+
+    SetControlChecked("FlytroughVieport", false);
+    FlytroughVieportClick();
+    EXPECT_EQ(dispatchState().KamaFTWP, 0);
+    EXPECT_TRUE(flythroughState().FTWP.empty());
+    EXPECT_EQ(cameraState().activeCameraID, 0);
+    EXPECT_FALSE(ControlChecked("LookAtBtn"));
+    EXPECT_EQ(mainFormState().statusTexts[3], "");
+    EXPECT_EQ(mainFormState().LabelForHelpCaption, "before");
+}
