@@ -1,7 +1,10 @@
 // The segment test that measuring and the solar shading stand on.
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
 #include <random>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -221,4 +224,136 @@ TEST(LineMeshSeams, RaysThroughTheSharedEdgesAndCornersOfATiledRoofAllHitIt) {
                 if (At3d_Get_Line_Mesh_Intersection_Point(v1, v2, 0, hit, 0) <= 0) ++missed;
             }
     EXPECT_EQ(missed, 0) << "of " << cast;
+}
+
+namespace {
+
+// A generated terrain at map coordinates: 4 m cells over 480 x 480 m, each
+// cut into two triangles, its heights from a few long waves.
+engine::Layer makeTerrain(double x0, double y0) {
+    engine::Layer terrain;
+    terrain.name = "terrain";
+    const int cells = 120;
+    for (int j = 0; j <= cells; ++j)
+        for (int i = 0; i <= cells; ++i) {
+            const double x = i * 4.0, y = j * 4.0;
+            const double z = 41.3 + 12 * std::sin(x / 39.7) * std::cos(y / 53.1) + 3.2 * std::sin((x + 2 * y) / 17.3);
+            terrain.positions.insert(terrain.positions.end(), {x0 + x, y0 + y, z});
+        }
+    for (int j = 0; j < cells; ++j)
+        for (int i = 0; i < cells; ++i) {
+            const std::uint32_t a = j * (cells + 1) + i, b = a + 1, c = a + cells + 2, d = a + cells + 1;
+            terrain.triangles.insert(terrain.triangles.end(), {a, b, c, a, c, d});
+        }
+    return terrain;
+}
+
+// The nearest crossing of segment v1-v2 with the mesh, triangle by triangle:
+// where the segment meets each triangle's plane, kept when that point lies
+// on the inner side of all three edges.
+bool bruteForceHit(const engine::Layer& mesh, const double* v1, const double* v2, double* point) {
+    const double d[3] = {v2[0] - v1[0], v2[1] - v1[1], v2[2] - v1[2]};
+    double best = 2;  // as a fraction of the segment
+    for (std::size_t f = 0; f < mesh.triangles.size(); f += 3) {
+        const double* p[3] = {&mesh.positions[mesh.triangles[f] * 3], &mesh.positions[mesh.triangles[f + 1] * 3],
+                              &mesh.positions[mesh.triangles[f + 2] * 3]};
+        const double a[3] = {p[1][0] - p[0][0], p[1][1] - p[0][1], p[1][2] - p[0][2]};
+        const double b[3] = {p[2][0] - p[0][0], p[2][1] - p[0][1], p[2][2] - p[0][2]};
+        const double n[3] = {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+        const double towards = n[0] * d[0] + n[1] * d[1] + n[2] * d[2];
+        if (towards == 0) continue;
+        const double s = (n[0] * (p[0][0] - v1[0]) + n[1] * (p[0][1] - v1[1]) + n[2] * (p[0][2] - v1[2])) / towards;
+        if (s < 0 || s > 1 || s >= best) continue;
+        const double q[3] = {v1[0] + s * d[0], v1[1] + s * d[1], v1[2] + s * d[2]};
+        bool inside = true;
+        for (int e = 0; e < 3 && inside; ++e) {
+            const double* from = p[e];
+            const double* to = p[(e + 1) % 3];
+            const double edge[3] = {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
+            const double w[3] = {q[0] - from[0], q[1] - from[1], q[2] - from[2]};
+            const double c[3] = {edge[1] * w[2] - edge[2] * w[1], edge[2] * w[0] - edge[0] * w[2],
+                                 edge[0] * w[1] - edge[1] * w[0]};
+            inside = c[0] * n[0] + c[1] * n[1] + c[2] * n[2] >= 0;
+        }
+        if (!inside) continue;
+        best = s;
+        for (int k = 0; k < 3; ++k) point[k] = q[k];
+    }
+    return best <= 1;
+}
+
+}  // namespace
+
+// Half the segments cross the terrain anywhere; the other half graze one of
+// its triangles: they run in its plane, dipping into it at 1e-6 to 1e-2
+// radians through a point inside it, where float hits stray centimetres
+// along the segment or miss a dip under a ridge altogether.
+TEST(LineMeshExactness, SegmentHitsOnATerrainAgreeWithATriangleByTriangleTest) {
+    testsupport::EngineFixtureGuard engine;
+    const double x0 = 178440, y0 = 663440;
+    const engine::Layer terrain = makeTerrain(x0, y0);
+    addLayer(terrain);
+    std::mt19937 random(2024);
+    std::uniform_real_distribution<double> unit(0, 1);
+    const int count = 800;
+    std::vector<double> v1s(3 * count), v2s(3 * count);
+    for (int s = 0; s < count; ++s) {
+        double* v1 = &v1s[3 * s];
+        double* v2 = &v2s[3 * s];
+        if (s % 2 == 0) {
+            for (double* v : {v1, v2}) {
+                v[0] = x0 - 20 + 520 * unit(random);
+                v[1] = y0 - 20 + 520 * unit(random);
+                v[2] = 20 + 60 * unit(random);
+            }
+            continue;
+        }
+        const std::size_t f = static_cast<std::size_t>(unit(random) * (terrain.triangles.size() / 3));
+        const double* p[3] = {&terrain.positions[terrain.triangles[3 * f] * 3],
+                              &terrain.positions[terrain.triangles[3 * f + 1] * 3],
+                              &terrain.positions[terrain.triangles[3 * f + 2] * 3]};
+        double a = unit(random), b = unit(random);
+        if (a + b > 1) a = 1 - a, b = 1 - b;
+        double e1[3], e2[3], at[3];
+        for (int k = 0; k < 3; ++k) {
+            e1[k] = p[1][k] - p[0][k];
+            e2[k] = p[2][k] - p[0][k];
+            at[k] = p[0][k] + a * e1[k] + b * e2[k];
+        }
+        double n[3] = {e1[1] * e2[2] - e1[2] * e2[1], e1[2] * e2[0] - e1[0] * e2[2], e1[0] * e2[1] - e1[1] * e2[0]};
+        const double nLength = std::hypot(n[0], n[1], n[2]), e1Length = std::hypot(e1[0], e1[1], e1[2]);
+        for (int k = 0; k < 3; ++k) {
+            n[k] /= nLength;
+            e1[k] /= e1Length;
+        }
+        const double side[3] = {n[1] * e1[2] - n[2] * e1[1], n[2] * e1[0] - n[0] * e1[2], n[0] * e1[1] - n[1] * e1[0]};
+        const double heading = 2 * M_PI * unit(random), dip = std::pow(10.0, -6 + 4 * unit(random));
+        const double before = 2 + 100 * unit(random), after = 2 + 100 * unit(random);
+        for (int k = 0; k < 3; ++k) {
+            const double d =
+                (std::cos(heading) * e1[k] + std::sin(heading) * side[k]) * std::cos(dip) - n[k] * std::sin(dip);
+            v1[k] = at[k] - before * d;
+            v2[k] = at[k] + after * d;
+        }
+    }
+    std::vector<double> batchPoints(3 * count), firstPoints(3 * count);
+    std::vector<int> batchHits(count), firstHits(count);
+    At3d_Get_Line_Mesh_Intersection_Points(count, v1s.data(), v2s.data(), 0, batchPoints.data(), batchHits.data(), 0);
+    At3d_Get_Line_Mesh_Intersection_Points(count, v1s.data(), v2s.data(), 0, firstPoints.data(), firstHits.data(), 1);
+    int hits = 0;
+    for (int s = 0; s < count; ++s) {
+        SCOPED_TRACE("segment " + std::to_string(s));
+        double expected[3], single[3];
+        const bool exact = bruteForceHit(terrain, &v1s[3 * s], &v2s[3 * s], expected);
+        ASSERT_EQ(At3d_Get_Line_Mesh_Intersection_Point(&v1s[3 * s], &v2s[3 * s], 0, single, 0) > 0, exact);
+        ASSERT_EQ(batchHits[s] == 1, exact);
+        ASSERT_EQ(firstHits[s] == 1, exact);
+        if (!exact) continue;
+        ++hits;
+        for (int k = 0; k < 3; ++k) {
+            EXPECT_NEAR(single[k], expected[k], 1e-6);
+            EXPECT_NEAR(batchPoints[3 * s + k], expected[k], 1e-6);
+        }
+    }
+    EXPECT_GT(hits, count / 2);
 }
