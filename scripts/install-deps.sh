@@ -11,7 +11,7 @@ PACKAGES=(
   libcurl4-openssl-dev libcpp-httplib-dev
   libzip-dev zipcmp zipmerge ziptool zlib1g-dev unzip
   libturbojpeg0-dev libjpeg62-turbo-dev
-  libexiv2-dev libsimpleini-dev libimage-exiftool-perl
+  libexiv2-dev libsimpleini-dev libimage-exiftool-perl ffmpeg
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth fonts-dejavu-core fonts-liberation2
   chromium

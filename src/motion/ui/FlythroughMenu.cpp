@@ -7,6 +7,7 @@
 
 #include "app/session/MainFormState.h"
 #include "motion/Flythrough.h"
+#include "motion/ui/VideoMenu.h"
 
 void AddFlythroughMenuItems(QMainWindow* form, QMenu* menu) {
     QAction* walk = menu->addAction("Flytrough");
@@ -21,6 +22,7 @@ void AddFlythroughMenuItems(QMainWindow* form, QMenu* menu) {
     QAction* show = menu->addAction("Show Flytrough waypints");
     show->setObjectName("ShowFlytroughwaypints1");
     QObject::connect(show, &QAction::triggered, form, [] { ShowFlytroughwaypints1Click(); });
+    AddVideoMenuItems(form, menu);
     QPointer<QMainWindow> window(form);
     SetFlythroughCaptionHook([window](const QString& caption) {
         if (window) window->setWindowTitle(caption);
