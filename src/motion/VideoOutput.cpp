@@ -7,9 +7,9 @@
 #include <QPainter>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 
 #include "app/model/CameraTools.h"
 #include "app/model/ModelSession.h"
@@ -39,6 +39,9 @@ constexpr double PANORAMA_STEP = 30;
 // The row of the width test lies this far above the bottom, on the ground.
 constexpr int PANORAMA_TEST_ROW_FROM_BOTTOM = 70;
 const char* const VIDEO_FILTER = "Video file (*.MP4)|*.mp4|WMV file (*.WMV)|*.WMV|AVI file (*.AVI) |*.AVI";
+
+// Taken when the program starts, for the videos' start times.
+const std::chrono::steady_clock::time_point PROCESS_START = std::chrono::steady_clock::now();
 
 QByteArray local(const QString& path) { return QFile::encodeName(path); }
 
@@ -156,7 +159,8 @@ VideoResult CreateVideo(int ma) {
     // One full turn over the video.
     settings.GlobalVideoRotationStep = 360 / (settings.FRAMERATE * double(fs.AviDuration));
     fs.AVIframe = 0;
-    videoState().AviStartTime = int(std::clock() / CLOCKS_PER_SEC);
+    videoState().AviStartTime =
+        int(std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - PROCESS_START).count());
     d.keep_goingAVI = true;
     fs.TSCSV.clear();
     const QSize frame =
