@@ -3,6 +3,8 @@
 // flight would bring:
 //   OBLIQUE/Flight_0611/  five obliques (N, E, S, W, straight down) and oblixoblix.shp
 //   FACADES/              facade photographs of the tall block, GPS and gimbal tagged
+// The altitudes in the tags are above the ellipsoid, by the geoid raster of
+// the build's data folder.
 // Needs an X server (xvfb-run) and exiftool on the PATH. The same site gives
 // the same cameras and catalogue; the pictures differ only as the renderer does.
 #include <QDir>
@@ -20,6 +22,7 @@
 #include "DemoFlight.h"
 #include "PhotoRenderer.h"
 #include "app/model/ModelOpening.h"
+#include "app/services/SessionPaths.h"
 #include "geo/Frames.h"
 #include "geo/GeoConversions.h"
 #include "geo/Geoid.h"
@@ -116,6 +119,9 @@ int main(int argc, char** argv) {
     const QString site = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     const std::string model = (site + "/" + kModel).toStdString();
 
+    // The viewer takes the geoid out of a drone's altitude with the raster of
+    // its data folder; the tags put in what it will take out.
+    sessionPaths().CTQ_Path = ZV_DATA_DIR "/";
     At3d_Start();
     OpenedModel opened;
     if (!OpenModelHeadless(model, opened)) {
