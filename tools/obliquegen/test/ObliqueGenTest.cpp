@@ -1,11 +1,13 @@
 // The generated photographs against the catalogue: a marker at a known
 // point of the demo site, drawn into each picture by the same path the
 // generator takes, must stand where Ob_World2Pic of the catalogue's record
-// (read back by the viewer's reader) puts that point; and each facade
-// camera must see the tall block's wall within the distances a container keeps.
+// (read back by the viewer's reader) puts that point; each facade camera
+// must see the tall block's wall within the distances a container keeps; and
+// the site's bundled catalogue must hold the generator's cameras.
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
 #include <QTemporaryDir>
@@ -152,4 +154,32 @@ TEST_F(ObliqueGen, EachFacadeCameraSeesTheTallBlockWithinTheContainersDistances)
         // The hit lies on the block's south or east wall.
         EXPECT_TRUE(std::fabs(hit[1] - -26) < 0.05 || std::fabs(hit[0] - 44) < 0.05) << c.name;
     }
+}
+
+TEST_F(ObliqueGen, TheBundledCatalogueHoldsTheCamerasOfTheGenerator) {
+    // A change of the flight without a new run of the generator leaves the site's pictures stale.
+    const std::string shp = ZV_SOURCE_DIR "/samples/site/OBLIQUE/Flight_0611/oblixoblix.shp";
+    GDALDataset* ds = static_cast<GDALDataset*>(GDALOpenEx(shp.c_str(), GDAL_OF_VECTOR, nullptr, nullptr, nullptr));
+    ASSERT_NE(ds, nullptr);
+    const std::vector<PhotoCamera> cameras = demoObliqueCameras(frameState().Offset);
+    ASSERT_EQ(ds->GetLayer(0)->GetFeatureCount(), GIntBig(cameras.size()));
+    for (std::size_t k = 0; k < cameras.size(); ++k) {
+        const PhotoCamera& c = cameras[k];
+        ObliqueShape shape{std::shared_ptr<OGRFeature>(ds->GetLayer(0)->GetFeature(GIntBig(k)), OGRFeature::DestroyFeature),
+                           QString::fromStdString(shp), int(k) + 1};
+        ASSERT_NE(shape.feature, nullptr);
+        const OBLIQUE O = OGetFromShp(-1, &shape);
+        EXPECT_TRUE(QFileInfo::exists(O.Proj)) << O.Proj.toStdString();
+        EXPECT_NEAR(O.Qxorg, c.eye[0], 1e-6);
+        EXPECT_NEAR(O.Qyorg, c.eye[1], 1e-6);
+        EXPECT_NEAR(O.Qzorg, c.eye[2], 1e-4);
+        double q[9];
+        c.matrix(q);
+        const double read[9] = {O.q11, O.q12, O.q13, O.q21, O.q22, O.q23, O.q31, O.q32, O.q33};
+        for (int i = 0; i < 9; ++i) EXPECT_NEAR(read[i], q[i], 1e-12) << c.name << " q" << i;
+        EXPECT_FLOAT_EQ(O.QPicX0, float(c.width / 2 + c.principalX));
+        EXPECT_FLOAT_EQ(O.QPicY0, float(-(c.height / 2) + c.principalY));
+        EXPECT_EQ(O.RadialK1, c.k[0]);
+    }
+    GDALClose(ds);
 }
