@@ -260,6 +260,19 @@ double GetObstruction(const double V1[3], const double V2[3], double V3[3], doub
     return Calculate_Length(v1, hit);
 }
 
+double GetObstructionInMap(const double V1[3], const double V2[3], double V3[3], double skipDistance) {
+    const double* offset = frameState().Offset;
+    double v1[3], v2[3], hit[3] = {V3[0] - offset[0], V3[1] - offset[1], V3[2] - offset[2]};
+    for (int i = 0; i < 3; ++i) {
+        v1[i] = V1[i] - offset[i];
+        v2[i] = V2[i] - offset[i];
+    }
+    const double distance = GetObstruction(v1, v2, hit, skipDistance);
+    if (distance > 0)
+        for (int i = 0; i < 3; ++i) V3[i] = hit[i] + offset[i];
+    return distance;
+}
+
 bool SlopeDegrees(double DDZ, double Dist2D, double& slope) {
     if (!(Dist2D > 0.001)) return false;
     slope = std::atan(DDZ / Dist2D) * 180 / kPi;

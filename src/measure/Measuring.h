@@ -43,6 +43,9 @@ void CheckObstruction();
 // same frame; 0 when the line is free. Hits nearer than skipDistance to V1
 // don't count.
 double GetObstruction(const double V1[3], const double V2[3], double V3[3], double skipDistance);
+// The same for points in the map frame (Offset included), the hit in V3 in
+// that frame too: what cameras and photographs of the site are given in.
+double GetObstructionInMap(const double V1[3], const double V2[3], double V3[3], double skipDistance);
 
 // The slope of a line in degrees; false when it is vertical (plan distance
 // 0.001 m or less) and has none.

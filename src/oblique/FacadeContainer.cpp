@@ -95,7 +95,7 @@ QString CreateFacadesContainer() {
         double far[3] = {0, 0, camera[2] + AIM_LENGTH * std::tan(pitch * PI / 180)};
         DAzim(camera[0], camera[1], AIM_LENGTH, azimuth, far[0], far[1]);
         double hit[3] = {0, 0, 0};
-        const double distance = GetObstruction(camera, far, hit, SKIP_DISTANCE);
+        const double distance = GetObstructionInMap(camera, far, hit, SKIP_DISTANCE);
         // Nearer the drone is in the wall; farther it sees nothing of interest.
         if (distance < FACADE_NEAREST || distance > FACADE_FARTHEST) {
             QFile::rename(picture, WithoutExtension(picture) + ".jpeg");

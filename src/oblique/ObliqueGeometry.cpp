@@ -107,7 +107,7 @@ double Pic2World(double px, double py, const OBLIQUE& O, double& wx, double& wy,
     const double camera[3] = {O.Qxorg, O.Qyorg, O.Qzorg};
     const double toward[3] = {wx, wy, wz};
     double hit[3] = {wx, wy, wz};
-    const double distance = GetObstruction(camera, toward, hit, 0.5);
+    const double distance = GetObstructionInMap(camera, toward, hit, 0.5);
     wx = hit[0];
     wy = hit[1];
     wz = hit[2];

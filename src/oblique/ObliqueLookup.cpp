@@ -128,7 +128,7 @@ QStringList CountRelevantObliques(const TGIS_Point3D& point) {
         const double V1[3] = {point.X, point.Y, point.Z};
         const double V2[3] = {O.Qxorg, O.Qyorg, O.Qzorg};
         double V3[3];
-        if (GetObstruction(V1, V2, V3, 0.5) != 0) continue;
+        if (GetObstructionInMap(V1, V2, V3, 0.5) != 0) continue;
         const double d = distance(point.X, point.Y, point.Z, O.Qxorg, O.Qyorg, O.Qzorg);
         const double res = (O.QW_mm / O.Width) * d / O.fpc * 100;
         // What stands before a "!" in a picture name is a prefix, not the picture.

@@ -1,8 +1,12 @@
 #include "ExifReport.h"
 
 #include <QFileInfo>
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
+#include <limits>
+#include <type_traits>
 
 #include "DroneTable.h"
 #include "geo/Geoid.h"
@@ -15,6 +19,20 @@ constexpr double XT_SENSOR_MM = 7.6;
 constexpr float XT2_LOW_ALTITUDE = 12;
 constexpr int RTK_ABSENT = -999;
 constexpr int RTK_FROM_ACCURACY = 50;
+
+// A value for a field of a smaller type: beyond its range it stops at the
+// ends, and a NaN in a whole-number field reads 0.
+template <class Number>
+Number narrowed(double value) {
+    if constexpr (std::is_same_v<Number, double>) {
+        return value;
+    } else {
+        if (std::isnan(value)) return std::is_integral_v<Number> ? Number(0) : Number(value);
+        const double lowest = static_cast<double>(std::numeric_limits<Number>::lowest());
+        const double highest = static_cast<double>(std::numeric_limits<Number>::max());
+        return static_cast<Number>(std::clamp(value, lowest, highest));
+    }
+}
 
 // One report, read tag by tag: a tag that is absent, or no number, leaves the field as it was.
 struct Report {
@@ -32,7 +50,7 @@ struct Report {
         double number = 0;
         const auto [next, error] = std::from_chars(begin, end, number);
         if (error != std::errc() || next == begin) return false;
-        field = static_cast<Number>(number);
+        field = narrowed<Number>(number);
         return true;
     }
     void read(const char* tag, QString& field) const {
@@ -46,7 +64,7 @@ float secondsOfDay(QString time) {
     int h = 0, m = 0;
     float s = 0;
     std::sscanf(time.replace(':', ' ').toUtf8().constData(), "%d%d%f", &h, &m, &s);
-    return static_cast<float>(3600 * h + 60 * m) + s;
+    return static_cast<float>(3600.0 * h + 60.0 * m + s);
 }
 
 void readStrings(const Report& r, EXIF& e) {

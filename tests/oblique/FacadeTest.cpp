@@ -66,7 +66,9 @@ protected:
 
 TEST_F(Facades, AContainerKeepsThePicturesThatSeeAWallFromOneToThirtyUnits) {
     useUtmZone36();
-    frameState().OriginalobjectCenter[0] = EAST;
+    // A model with an offset: the wall stands at local x 20, map east EAST + 20.
+    frameState().Offset[0] = 100;
+    frameState().OriginalobjectCenter[0] = EAST - 100;
     frameState().OriginalobjectCenter[1] = NORTH;
     testsupport::addLayer(testsupport::makeWallX("wall", 20, -50, 50, 0, 30));
     const QString seeing = picture("a.jpg", EAST + 10, NORTH, 90);

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QStringList>
+#include <limits>
 
 #include "app/services/DialogService.h"
 #include "app/services/SessionPaths.h"
@@ -111,6 +112,15 @@ TEST_F(Exif, LaterMakersTagsOverrideEarlierOnes) {
     EXPECT_FLOAT_EQ(other.Yres, 0.06f);
     EXPECT_FLOAT_EQ(other.TiePointX, 612000.5f);
     EXPECT_EQ(other.DroneName, "UNKNOWN");
+}
+
+TEST_F(Exif, NumbersBeyondAFieldsRangeStopAtItsEnds) {
+    const EXIF e = GetExifFromTS(report({"Image Width : 1e30", "Image Height : -1e30", "Flight Yaw Degree : nan",
+                                         "Gimbal Pitch Degree : 1e300"}));
+    EXPECT_EQ(e.Width, std::numeric_limits<int>::max());
+    EXPECT_EQ(e.Height, std::numeric_limits<int>::lowest());
+    EXPECT_EQ(e.Heading, 0);
+    EXPECT_EQ(e.GimbalPitch, std::numeric_limits<float>::max());
 }
 
 TEST_F(Exif, DronesAreFoundByModelOrNameFirstRowWinning) {
