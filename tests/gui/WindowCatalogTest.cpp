@@ -53,21 +53,6 @@ protected:
             if (q.kind == Question::Message) texts << q.text;
         return texts;
     }
-    static BILLBOARD_DATA billboard(int index) {
-        BILLBOARD_DATA b{};
-        Get_Billboard_Data(index, &b);
-        delete[] b.imagePtr;
-        b.imagePtr = nullptr;
-        return b;
-    }
-    static void placeBillboard(TFormAt3& form, ViewPanelGL* surface, QPoint at, const QString& text) {
-        pressToolButton(form, "DoBillboard");
-        whenDialogOpens<TFormBillboard>([text](TFormBillboard* dialog) {
-            dialog->TextEdit->setText(text);
-            dialog->accept();
-        });
-        click(surface, at, Qt::LeftButton, Qt::ShiftModifier);
-    }
     static void measure(TFormAt3& form, ViewPanelGL* surface, QPoint a, QPoint b, const QString& name) {
         pressToolButton(form, "MeasureButton");
         click(surface, a);

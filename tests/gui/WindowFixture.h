@@ -38,6 +38,7 @@
 #include "app/ui/ViewPanel.h"
 #include "geo/Frames.h"
 #include "measure/BillboardState.h"
+#include "measure/ui/TFormBillboard.h"
 #include "measure/DigitiseState.h"
 #include "measure/MeasureState.h"
 #include "scene/EngineSession.h"
@@ -175,6 +176,23 @@ protected:
             ASSERT_NE(dialog, nullptr);
             answer(dialog);
         });
+    }
+    // Billboard `index` as the engine holds it, without its picture.
+    static BILLBOARD_DATA billboard(int index) {
+        BILLBOARD_DATA b{};
+        Get_Billboard_Data(index, &b);
+        delete[] b.imagePtr;
+        b.imagePtr = nullptr;
+        return b;
+    }
+    // A Shift+click that places a text billboard, answering its dialog with text.
+    static void placeBillboard(TFormAt3& form, ViewPanelGL* surface, QPoint at, const QString& text) {
+        pressToolButton(form, "DoBillboard");
+        whenDialogOpens<TFormBillboard>([text](TFormBillboard* dialog) {
+            dialog->TextEdit->setText(text);
+            dialog->accept();
+        });
+        click(surface, at, Qt::LeftButton, Qt::ShiftModifier);
     }
     // The pixel of the view where a point of the model file shows.
     static QPoint pixelOf(double fileX, double fileY, double fileZ) {

@@ -35,22 +35,6 @@ protected:
         Get_MeasureList_Item(index, &m);
         return m;
     }
-    static BILLBOARD_DATA billboard(int index) {
-        BILLBOARD_DATA b{};
-        Get_Billboard_Data(index, &b);
-        delete[] b.imagePtr;
-        b.imagePtr = nullptr;
-        return b;
-    }
-    // A Shift+click that places a text billboard, answering its dialog with text.
-    static void placeBillboard(TFormAt3& form, ViewPanelGL* surface, QPoint at, const QString& text) {
-        pressToolButton(form, "DoBillboard");
-        whenDialogOpens<TFormBillboard>([text](TFormBillboard* dialog) {
-            dialog->TextEdit->setText(text);
-            dialog->accept();
-        });
-        click(surface, at, Qt::LeftButton, Qt::ShiftModifier);
-    }
     // Measures between two pixels with the measure tool, saving the line under name.
     static void measure(TFormAt3& form, ViewPanelGL* surface, QPoint a, QPoint b, const QString& name) {
         pressToolButton(form, "MeasureButton");
