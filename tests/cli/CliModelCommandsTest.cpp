@@ -1,7 +1,6 @@
 // zorvex64-cli info, ray and ground, run as a user would run them.
 #include <gtest/gtest.h>
 
-#include <ogr_spatialref.h>
 
 #include <cstdio>
 #include <string>
@@ -26,12 +25,7 @@ void writeSite(const ScratchDir& dir) {
                   "v -2 -2 42\nv 2 -2 42\nv 2 2 42\nv -2 2 42\n"
                   "g terrain\nf 1 2 3 4\ng roof\nf 5 6 7 8\n");
     writeTextFile(dir.path("site/offset.txt"), "178000.000 663000.000 0.000\n");
-    OGRSpatialReference srs;
-    srs.importFromEPSG(2039);
-    char* wkt = nullptr;
-    srs.exportToWkt(&wkt);
-    writeTextFile(dir.path("site/Site.PRJ"), wkt);
-    CPLFree(wkt);
+    testsupport::writePrjOfEpsg(dir.path("site/Site.PRJ"), 2039);
 }
 
 }  // namespace

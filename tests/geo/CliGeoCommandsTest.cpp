@@ -1,7 +1,6 @@
 // zorvex64-cli latlon, en and geoid, run as a user would run them.
 #include <gtest/gtest.h>
 
-#include <ogr_spatialref.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -21,12 +20,7 @@ namespace {
 void writeModel(const ScratchDir& dir, bool withPrj) {
     writeTextFile(dir.path("Site.obj"), "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
     if (!withPrj) return;
-    OGRSpatialReference srs;
-    srs.importFromEPSG(2039);
-    char* wkt = nullptr;
-    srs.exportToWkt(&wkt);
-    writeTextFile(dir.path("Site.PRJ"), wkt);
-    CPLFree(wkt);
+    testsupport::writePrjOfEpsg(dir.path("Site.PRJ"), 2039);
 }
 
 }  // namespace

@@ -4,9 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <ogr_spatialref.h>
-
-#include <cpl_conv.h>
 
 #include "ObliqueFixture.h"
 #include "geo/GeoConversions.h"
@@ -32,12 +29,7 @@ protected:
         QDir().mkpath(QString::fromStdString(dir.path("site/FACADES/day1")));
     }
     void useUtmZone36() {
-        OGRSpatialReference utm;
-        utm.importFromEPSG(32636);
-        char* wkt = nullptr;
-        utm.exportToWkt(&wkt);
-        writeTextFile(dir.path("site/Model.prj"), wkt);
-        CPLFree(wkt);
+        testsupport::writePrjOfEpsg(dir.path("site/Model.prj"), 32636);
         ASSERT_TRUE(LoadGlobalCS(dir.path("site/Model.prj")));
         geoState().GlobalGeoidalSeparation = 0;
         geoState().GlobalGeoidalSeparationSet = true;

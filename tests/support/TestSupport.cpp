@@ -1,6 +1,8 @@
 #include "support/TestSupport.h"
 
+#include <cpl_conv.h>
 #include <gtest/gtest.h>
+#include <ogr_spatialref.h>
 
 #include <filesystem>
 #include <fstream>
@@ -86,3 +88,12 @@ bool EngineFixtureGuard::logContains(const std::string& fragment) {
 }
 
 }  // namespace testsupport
+
+void testsupport::writePrjOfEpsg(const std::string& path, int epsg) {
+    OGRSpatialReference srs;
+    srs.importFromEPSG(epsg);
+    char* wkt = nullptr;
+    srs.exportToWkt(&wkt);
+    writeTextFile(path, wkt);
+    CPLFree(wkt);
+}

@@ -24,6 +24,8 @@ private:
 
 void writeTextFile(const std::string& path, const std::string& text);
 std::string readTextFile(const std::string& path);
+// A ".prj" holding the WKT of an EPSG coordinate system.
+void writePrjOfEpsg(const std::string& path, int epsg);
 
 // Resets the engine, starts it and records its log lines until destroyed.
 class EngineFixtureGuard {
