@@ -1,7 +1,6 @@
 // zorvex64-cli info, ray and ground, run as a user would run them.
 #include <gtest/gtest.h>
 
-
 #include <cstdio>
 #include <string>
 

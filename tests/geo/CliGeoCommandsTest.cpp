@@ -1,7 +1,6 @@
 // zorvex64-cli latlon, en and geoid, run as a user would run them.
 #include <gtest/gtest.h>
 
-
 #include <cstdio>
 #include <filesystem>
 #include <string>
