@@ -20,7 +20,9 @@
 namespace {
 
 constexpr double WHEEL_ZOOM = 1.1;
-constexpr int FIRST_HEIGHT = 500;
+// The size the form first takes before it is fitted to the picture's aspect.
+constexpr int FIRST_WIDTH = 800;
+constexpr int FIRST_HEIGHT = 600;
 
 QToolButton* stepButton(QWidget* parent, const char* name, Qt::ArrowType arrow) {
     auto* button = new QToolButton(parent);
@@ -91,7 +93,7 @@ void TFormPhoto::ShowPhotoBigWindow(const QString& JPG, double DistXY, double Di
     setWindowTitle(QFileInfo(JPG).fileName() + QString::asprintf(" DXY: %.1f DZ: %.1f", DistXY, DistZ));
     if (!isVisible()) {
         const double aspect = double(pixmap.width()) / pixmap.height();
-        int w = width(), h = FIRST_HEIGHT;
+        int w = FIRST_WIDTH, h = FIRST_HEIGHT;
         if (w > h * aspect)
             w = int(h * aspect);
         else
