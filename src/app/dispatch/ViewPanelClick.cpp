@@ -18,6 +18,7 @@
 #include "measure/Digitising.h"
 #include "measure/Measuring.h"
 #include "oblique/ObliqueLookup.h"
+#include "overlays/TacticalGridCells.h"
 #include "scene/engine_interface.h"
 
 namespace {
@@ -59,6 +60,7 @@ void takeSessionPoint(DispatchState& d, const ClickInput& click, const double lo
     const QString info = QString::asprintf("  X %.2lf Y %.2lf Z %.2lf %.7lf %.7lf [%s] RGB:[%d,%d,%d]", d.FromModel_X,
                                            d.FromModel_Y, d.FromModel_Z, lat, lon,
                                            d.GlobalLayerName1.toUtf8().constData(), red, green, blue) +
+                         GetGridName(TGIS_Point{d.FromModel_X, d.FromModel_Y}) +
                          QString::asprintf(" IX: %d IY: %d Az: %d", gridCellX, gridCellY, azimuth);
     PrintRunLog("%s %s\n", info.toUtf8().constData(), grid.toUtf8().constData());
     if (click.Shift) {

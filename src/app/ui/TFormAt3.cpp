@@ -28,6 +28,7 @@
 #include "catalog/ui/CatalogForms.h"
 #include "modeltools/ui/ModelToolsMenu.h"
 #include "motion/ui/FlythroughMenu.h"
+#include "overlays/ui/OverlaysMenu.h"
 #include "photometa/ui/PhotoMetaMenu.h"
 #include "ManageLayersForm.h"
 #include "ViewPanel.h"
@@ -200,6 +201,7 @@ void TFormAt3::createMenus() {
     AddMenuItem(this, view, "SaveViewport1", "Save viewport", SaveViewportClick);
     AddMenuItem(this, view, "RestoreViewport1", "Restore viewport", RestoreViewportClick);
     AddFlythroughMenuItems(this, view);
+    AddOverlaysMenu(this);
 
     QMenu* digitize = menuBar()->addMenu("&Digitize");
     digitize->setObjectName("DigitizeDropdownMnu");

@@ -1,0 +1,60 @@
+// grid-name and grid-center: the tactical grid beside a model.
+
+#include <cstdio>
+#include <filesystem>
+
+#include "CliCommands.h"
+#include "CliSupport.h"
+#include "overlays/TacticalGridCells.h"
+#include "scene/FileNameCase.h"
+
+namespace {
+
+// The model's "TacticalG.shp" in any case; empty, with the reason on stderr, when missing.
+QString ModelGrid(const std::string& modelPath) {
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(modelPath, ec)) {
+        std::fprintf(stderr, "Missing\n%s\n", modelPath.c_str());
+        return {};
+    }
+    const std::filesystem::path folder = std::filesystem::absolute(modelPath, ec).parent_path();
+    const std::string grid = FindFileNoCase((folder / "TacticalG.shp").string());
+    if (grid.empty()) std::fprintf(stderr, "no tactical grid beside %s\n", modelPath.c_str());
+    return QString::fromStdString(grid);
+}
+
+int CliGridName(const std::vector<std::string>& args) {
+    constexpr const char* usage = "zorvex64-cli grid-name MODEL E N";
+    if (args.size() != 3) return CliUsageError("grid-name takes a model and a map point E N", usage);
+    double east, north;
+    if (!ParseCliNumber(args[1], east)) return CliUsageError("not a number: " + args[1], usage);
+    if (!ParseCliNumber(args[2], north)) return CliUsageError("not a number: " + args[2], usage);
+    const QString grid = ModelGrid(args[0]);
+    if (grid.isEmpty()) return CLI_FAILED;
+    const QString name = GetGridNameIn(grid, TGIS_Point{east, north});
+    if (name.isEmpty()) {
+        std::fprintf(stderr, "no grid cell holds %s %s\n", args[1].c_str(), args[2].c_str());
+        return CLI_FAILED;
+    }
+    std::printf("%s\n", name.toUtf8().constData());
+    return CLI_OK;
+}
+
+int CliGridCenter(const std::vector<std::string>& args) {
+    constexpr const char* usage = "zorvex64-cli grid-center MODEL NAME";
+    if (args.size() != 2) return CliUsageError("grid-center takes a model and a cell name", usage);
+    const QString grid = ModelGrid(args[0]);
+    if (grid.isEmpty()) return CLI_FAILED;
+    TGIS_Point3D center;
+    if (!GetGridCenterIn(grid, QString::fromStdString(args[1]), center)) {
+        std::fprintf(stderr, "no grid cell named %s\n", args[1].c_str());
+        return CLI_FAILED;
+    }
+    std::printf("%.3f %.3f %.3f\n", center.X, center.Y, center.Z);
+    return CLI_OK;
+}
+
+}  // namespace
+
+ZV_CLI_COMMAND("grid-name", "MODEL E N", CliGridName);
+ZV_CLI_COMMAND("grid-center", "MODEL NAME", CliGridCenter);
