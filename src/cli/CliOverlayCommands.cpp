@@ -1,10 +1,13 @@
-// grid-name and grid-center: the tactical grid beside a model.
+// grid-name and grid-center: the tactical grid beside a model; shape-report:
+// the text report of a vector file.
 
 #include <cstdio>
+#include <QFile>
 #include <filesystem>
 
 #include "CliCommands.h"
 #include "CliSupport.h"
+#include "overlays/ShapeFiles.h"
 #include "overlays/TacticalGridCells.h"
 #include "scene/FileNameCase.h"
 
@@ -54,7 +57,28 @@ int CliGridCenter(const std::vector<std::string>& args) {
     return CLI_OK;
 }
 
+int CliShapeReport(const std::vector<std::string>& args) {
+    constexpr const char* usage = "zorvex64-cli shape-report FILE";
+    if (args.size() != 1) return CliUsageError("shape-report takes one vector file", usage);
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(args[0], ec)) {
+        std::fprintf(stderr, "Missing\n%s\n", args[0].c_str());
+        return CLI_FAILED;
+    }
+    PrepareCliSession();
+    const QString report = ReadShapeFileTatuk(QString::fromStdString(args[0]));
+    QFile file(report);
+    if (report.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "Can not read %s\n", args[0].c_str());
+        return CLI_FAILED;
+    }
+    std::fwrite(file.readAll().constData(), 1, static_cast<std::size_t>(file.size()), stdout);
+    std::fprintf(stderr, "%s\n", report.toUtf8().constData());
+    return CLI_OK;
+}
+
 }  // namespace
 
 ZV_CLI_COMMAND("grid-name", "MODEL E N", CliGridName);
 ZV_CLI_COMMAND("grid-center", "MODEL NAME", CliGridCenter);
+ZV_CLI_COMMAND("shape-report", "FILE", CliShapeReport);

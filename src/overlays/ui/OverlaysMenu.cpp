@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "overlays/ShapeFiles.h"
 #include "overlays/TacticalGridCells.h"
 
 namespace {
@@ -21,5 +22,8 @@ QAction* addItem(QMainWindow* form, QMenu* menu, const char* name, const QString
 void AddOverlaysMenu(QMainWindow* form) {
     QMenu* map = form->menuBar()->addMenu("&Map");
     map->setObjectName("MapMenu");
+    addItem(form, map, "Importshapefile1", "Import shape file", Importshapefile1Click);
+    addItem(form, map, "Realshapefile1", "Read shape file", ReadShapeFileTatukAskForFile);
+    map->addSeparator();
     addItem(form, map, "ImportTacticalGridMnu", "Import tactical grid", ImportTacticalGridMnuClick);
 }

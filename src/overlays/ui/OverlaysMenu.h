@@ -4,5 +4,6 @@
 
 class QMainWindow;
 
-// Adds the menu "Map" to the form's menu bar with "Import tactical grid".
+// Adds the menu "Map" to the form's menu bar: "Import shape file", "Read
+// shape file" (its report) and "Import tactical grid".
 void AddOverlaysMenu(QMainWindow* form);
