@@ -1,5 +1,5 @@
 // grid-name and grid-center: the tactical grid beside a model; shape-report:
-// the text report of a vector file.
+// the text report of a vector file; merge-shapes: shape files made one.
 
 #include <cstdio>
 #include <QFile>
@@ -9,6 +9,7 @@
 #include "CliSupport.h"
 #include "overlays/ShapeFiles.h"
 #include "overlays/TacticalGridCells.h"
+#include "overlays/VectorLayers.h"
 #include "scene/FileNameCase.h"
 
 namespace {
@@ -77,8 +78,27 @@ int CliShapeReport(const std::vector<std::string>& args) {
     return CLI_OK;
 }
 
+int CliMergeShapes(const std::vector<std::string>& args) {
+    constexpr const char* usage = "zorvex64-cli merge-shapes OUT FILE FILE...";
+    if (args.size() < 2) return CliUsageError("merge-shapes takes an output and the files to merge", usage);
+    PrepareCliSession();
+    StderrDialogService dialogs;
+    CliCommandScope scope(&dialogs);
+    QStringList files;
+    for (std::size_t i = 1; i < args.size(); ++i) files << QString::fromStdString(args[i]);
+    const QString out = QString::fromStdString(args[0]);
+    if (!MergeShapeFilesFromTS(files, out)) {
+        std::fprintf(stderr, "Nothing written to %s\n", args[0].c_str());
+        return CLI_FAILED;
+    }
+    std::unique_ptr<TGIS_LayerVector> merged = ReadVectorLayer(out);
+    std::printf("%s\nshapes %d\n", args[0].c_str(), merged ? merged->ShapeCount() : 0);
+    return CLI_OK;
+}
+
 }  // namespace
 
 ZV_CLI_COMMAND("grid-name", "MODEL E N", CliGridName);
 ZV_CLI_COMMAND("grid-center", "MODEL NAME", CliGridCenter);
 ZV_CLI_COMMAND("shape-report", "FILE", CliShapeReport);
+ZV_CLI_COMMAND("merge-shapes", "OUT FILE FILE...", CliMergeShapes);
