@@ -128,3 +128,54 @@ TEST_F(WindowObliqueForm, ALookupShowsTheMarkedPhotographAndBrowsesRoundTheList)
     settle(50);
     EXPECT_EQ(FormOBLI(), nullptr);
 }
+
+TEST_F(WindowObliqueForm, DistanceMarksBothPointsAndSaveImageKeepsTheWindow) {
+    TFormAt3 form;
+    ASSERT_TRUE(form.FormCreate(program()));
+    ObliqueStore& store = obliqueStore();
+    store.ForOBLIpoint = {1005, 1990, 0, 0};
+    store.OOO[0] = nadir(1000, photo("A.jpg"));
+    store.relevants = 1;
+    obliqueHooks().showObliqueBigWindow(0, -9);
+    TFormOBLI* obli = FormOBLI();
+    ASSERT_NE(obli, nullptr);
+    settle(100);
+    const QString caption = obli->windowTitle();
+    QWidget* view = obli->viewer()->viewport();
+
+    // The right press that opens the menu is the first point.
+    const QPoint first(100, 120), second(300, 260);
+    mouse(view, QEvent::MouseButtonPress, first, Qt::RightButton, Qt::RightButton);
+    mouse(view, QEvent::MouseButtonRelease, first, Qt::RightButton, Qt::NoButton);
+    obli->findChild<QAction*>("Distance1")->trigger();
+    EXPECT_TRUE(obliqueWindowState().INDISTANCE);
+    EXPECT_EQ(obli->windowTitle(), "Click on the second point");
+    EXPECT_EQ(mainFormState().statusTexts[0], "Click on the second point");
+    click(view, second);
+    EXPECT_FALSE(obliqueWindowState().INDISTANCE);
+    EXPECT_EQ(obli->windowTitle(), caption);
+    // The yellow mark, a red one at each end and the red line between them.
+    ASSERT_EQ(obli->marks().size(), 4u);
+    const TGIS_Point a = obliqueWindowState().PrevObliMouseDownptg, b = obliqueWindowState().LastObliMouseDownptg;
+    expectNear(obli->Map2Screen(a), first, 1);
+    expectNear(obli->Map2Screen(b), second, 1);
+    screenshotOf(obli, "oblique_distance");
+
+    const QRect geometry = obli->geometry();
+    const QString jpg = QString::fromStdString(dir.path("view.jpg"));
+    dialogs.pushFile(jpg);
+    obli->SaveImageClick();
+    EXPECT_FALSE(obli->isMaximized());
+    EXPECT_EQ(obli->geometry().size(), geometry.size());
+    const QImage saved(jpg);
+    // Without a window manager the maximised view is no larger: at least the view's own size.
+    EXPECT_GE(saved.width(), view->width());
+    EXPECT_GE(saved.height(), view->height());
+    EXPECT_EQ(dialogs.questions()[dialogs.questions().size() - 2].title, "Specify the output file");
+
+    const QString png = QString::fromStdString(dir.path("view.png"));
+    dialogs.pushFile(png);
+    obli->SaveImageClick();
+    EXPECT_FALSE(QFile::exists(png));
+    EXPECT_EQ(dialogs.questions().back().text, png + " is an illegal file extension\nOnly JPG and BMP are accepted");
+}

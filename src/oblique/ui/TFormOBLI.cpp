@@ -199,11 +199,6 @@ void TFormOBLI::FormActivate() {
     BrowswObliques->setVisible(obliqueStore().relevants > 1);
 }
 
-bool TFormOBLI::event(QEvent* event) {
-    if (event->type() == QEvent::WindowActivate) FormActivate();
-    return QWidget::event(event);
-}
-
 void TFormOBLI::BrowswObliquesClick(int step) {
     ObliqueWindowState& s = obliqueWindowState();
     const int relevants = obliqueStore().relevants;

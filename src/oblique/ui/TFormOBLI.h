@@ -63,7 +63,6 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -74,6 +73,8 @@ private:
         QGraphicsItem* item = nullptr;
     };
 
+    // What a new photograph starts with: no pressed point, the keys to the
+    // form, browsing only through a list of more than one.
     void FormActivate();
     bool mousePress(QMouseEvent* event);
     void mouseRelease(QMouseEvent* event);
