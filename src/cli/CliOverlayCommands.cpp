@@ -1,5 +1,6 @@
 // grid-name and grid-center: the tactical grid beside a model; shape-report:
-// the text report of a vector file; merge-shapes: shape files made one.
+// the text report of a vector file; merge-shapes: shape files made one;
+// elevation: the terrain height from the web.
 
 #include <cstdio>
 #include <QFile>
@@ -10,6 +11,7 @@
 #include "overlays/ShapeFiles.h"
 #include "overlays/TacticalGridCells.h"
 #include "overlays/VectorLayers.h"
+#include "overlays/WebMapServices.h"
 #include "scene/FileNameCase.h"
 
 namespace {
@@ -96,9 +98,27 @@ int CliMergeShapes(const std::vector<std::string>& args) {
     return CLI_OK;
 }
 
+int CliElevation(const std::vector<std::string>& args) {
+    constexpr const char* usage = "zorvex64-cli elevation LAT LON";
+    if (args.size() != 2) return CliUsageError("elevation takes a latitude and a longitude", usage);
+    double lat, lon;
+    if (!ParseCliNumber(args[0], lat) || lat < -90 || lat > 90)
+        return CliUsageError("not a latitude: " + args[0], usage);
+    if (!ParseCliNumber(args[1], lon) || lon < -180 || lon > 180)
+        return CliUsageError("not a longitude: " + args[1], usage);
+    PrepareCliSession();
+    StderrDialogService dialogs;
+    CliCommandScope scope(&dialogs);
+    const double height = GetTerrainElevationFromWeb(lat, lon);
+    if (height == -9999) return CLI_FAILED;
+    std::printf("%.3f\n", height);
+    return CLI_OK;
+}
+
 }  // namespace
 
 ZV_CLI_COMMAND("grid-name", "MODEL E N", CliGridName);
 ZV_CLI_COMMAND("grid-center", "MODEL NAME", CliGridCenter);
 ZV_CLI_COMMAND("shape-report", "FILE", CliShapeReport);
 ZV_CLI_COMMAND("merge-shapes", "OUT FILE FILE...", CliMergeShapes);
+ZV_CLI_COMMAND("elevation", "LAT LON", CliElevation);
