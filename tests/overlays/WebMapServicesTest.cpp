@@ -97,3 +97,51 @@ TEST(ElevationCli, PrintsTheHeightFromTheConfiguredService) {
     EXPECT_EQ(failed.exitCode, 1);
     EXPECT_NE(failed.err.find("Failed to connect."), std::string::npos);
 }
+
+TEST(Orthophoto, WmsRequestOfTheBoxIsSavedWithItsLog) {
+    ScratchDir dir;
+    resetSessionPaths();
+    resetOrvoIni();
+    sessionPaths().ORVO_T = dir.path("");
+    LocalHttpServer server;
+    std::mutex mutex;
+    std::string query, agent;
+    server.server().Get("/arcgis/services/World_Imagery/MapServer/WMSServer",
+                        [&](const httplib::Request& request, httplib::Response& r) {
+                            std::lock_guard<std::mutex> lock(mutex);
+                            query = request.target.substr(request.target.find('?') + 1);
+                            agent = request.get_header_value("User-Agent");
+                            r.set_content(std::string(20000, 'T'), "image/tiff");
+                        });
+    ASSERT_TRUE(server.start());
+    ORVOINI().writeString("Services", "Orthophoto", server.base());
+    const std::string tif = dir.path("a.tif");
+    EXPECT_TRUE(DownloadOrthophoto(32, 34.8, 1000, tif));
+    // Half of 1000 m: 1000 / 111000 / 2 degrees of latitude, divided by cos 32 for longitude.
+    EXPECT_EQ(query,
+              "SERVICE=WMS&VERSION=1.3.0&REQUEST=GetMap&LAYERS=0&STYLES=&CRS=EPSG:4326"
+              "&BBOX=31.99549550,34.79468839,32.00450450,34.80531161&WIDTH=4096&HEIGHT=4096&FORMAT=image/geotiff");
+    EXPECT_EQ(agent, "OrthophotoDownloader/1.0");
+    EXPECT_EQ(std::filesystem::file_size(tif), 20000u);
+    const std::string url = server.base().substr(0, server.base().size() - 1) +
+                            "/arcgis/services/World_Imagery/MapServer/WMSServer?" + query;
+    EXPECT_EQ(readTextFile(dir.path("a.log")),
+              "Downloading orthophoto: " + url + "\nDownloaded 20000 bytes to " + tif + "\n");
+    resetOrvoIni();
+    resetSessionPaths();
+}
+
+TEST(Orthophoto, FailuresAreLoggedOnly) {
+    ScratchDir dir;
+    resetSessionPaths();
+    resetOrvoIni();
+    sessionPaths().ORVO_T = dir.path("");
+    ORVOINI().writeString("Services", "Orthophoto", UnusedLocalBase());
+    EXPECT_FALSE(DownloadOrthophoto(32, 34.8, 1000, dir.path("a.tif")));
+    EXPECT_FALSE(DownloadOrthophoto(32, 34.8, 1000, dir.path("no/such/a.tif")));
+    const std::string log = readTextFile(dir.path("a.log"));
+    EXPECT_NE(log.find("ERROR: InternetOpenUrl failed\n"), std::string::npos);
+    EXPECT_NE(log.find("ERROR: Cannot create output file: " + dir.path("no/such/a.tif") + "\n"), std::string::npos);
+    resetOrvoIni();
+    resetSessionPaths();
+}

@@ -7,6 +7,9 @@
 
 #include "overlays/ShapeFiles.h"
 #include "overlays/TacticalGridCells.h"
+#include "overlays/WebMapServices.h"
+#include "app/services/DialogService.h"
+#include "geo/Frames.h"
 
 namespace {
 
@@ -26,4 +29,11 @@ void AddOverlaysMenu(QMainWindow* form) {
     addItem(form, map, "Realshapefile1", "Read shape file", ReadShapeFileTatukAskForFile);
     map->addSeparator();
     addItem(form, map, "ImportTacticalGridMnu", "Import tactical grid", ImportTacticalGridMnuClick);
+    map->addSeparator();
+    addItem(form, map, "ViewGoogleMap1", "View Google map", ViewGoogleMap);
+    addItem(form, map, "TerrainElevationFromWeb1", "Terrain elevation from the web", [] {
+        const double height = GetTerrainElevationFromWeb(frameState().OCENTERLat, frameState().OCENTERLon);
+        if (height != -9999) dialogService().showMessage(QString::asprintf("%.2f", height), "Terrain elevation");
+    });
+    addItem(form, map, "DownloadOrthophoto1", "Download orthophoto", DownloadOrthophoto1Click);
 }

@@ -5,5 +5,6 @@
 class QMainWindow;
 
 // Adds the menu "Map" to the form's menu bar: "Import shape file", "Read
-// shape file" (its report) and "Import tactical grid".
+// shape file" (its report), "Import tactical grid", "View Google map",
+// "Terrain elevation from the web" and "Download orthophoto".
 void AddOverlaysMenu(QMainWindow* form);
