@@ -11,6 +11,7 @@
 #include "app/services/RunLog.h"
 #include "geo/CoordinateSystem.h"
 #include "geo/GeoState.h"
+#include "modeltools/StripPoints.h"
 
 TGIS_LayerVector::TGIS_LayerVector(const QString& name, const QString& path) : Name(name), Path(path) {
     GDALAllRegister();
@@ -139,4 +140,56 @@ bool MergeShapeFilesFromTS(const QStringList& TS, const QString& MM) {
         }
     }
     return SaveLayer(master.get(), MM);
+}
+
+TGIS_LayerVector* TGIS_ViewerWnd::Get(const QString& name) const {
+    for (const auto& layer : Items)
+        if (layer->Name.compare(name, Qt::CaseInsensitive) == 0) return layer.get();
+    return nullptr;
+}
+
+bool TGIS_ViewerWnd::Delete(const QString& name) {
+    for (auto it = Items.begin(); it != Items.end(); ++it) {
+        if ((*it)->Name.compare(name, Qt::CaseInsensitive) != 0) continue;
+        Items.erase(it);
+        return true;
+    }
+    return false;
+}
+
+TGIS_LayerVector* TGIS_ViewerWnd::Add(std::unique_ptr<TGIS_LayerVector> layer) {
+    Items.push_back(std::move(layer));
+    return Items.back().get();
+}
+
+TGIS_LayerVector* GenNewLayer(TGIS_ViewerWnd* GIS, const QString& Layername_in) {
+    const QString name = StripPoints(Layername_in);
+    // A layer of that name goes first; none there is no error.
+    GIS->Delete(name);
+    auto layer = std::make_unique<TGIS_LayerVector>(name, QString());
+    layer->EPSG = geoState().EPSG;
+    OGRSpatialReference srs;
+    const bool withSystem = layer->EPSG > 0 && srs.importFromEPSG(layer->EPSG) == OGRERR_NONE;
+    if (withSystem) srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    if (layer->memory_)
+        layer->layer_ = layer->memory_->CreateLayer(name.toUtf8().constData(), withSystem ? &srs : nullptr, wkbUnknown, nullptr);
+    if (!layer->layer_) return nullptr;
+    return GIS->Add(std::move(layer));
+}
+
+bool IsAlreadyInGIS(const QString& name, QString& found, const TGIS_ViewerWnd* GIS) {
+    const TGIS_LayerVector* layer = GIS ? GIS->Get(name) : nullptr;
+    if (!layer) return false;
+    found = layer->Name;
+    return true;
+}
+
+TGIS_LayerVector* MyGisCreateLayer(const QString& Name_In, const QString& _path, TGIS_ViewerWnd* GIS) {
+    QString found;
+    if (IsAlreadyInGIS(Name_In, found, GIS)) return GIS->Get(found);
+    std::unique_ptr<TGIS_LayerVector> layer = ReadVectorLayer(_path);
+    if (!layer) return nullptr;
+    layer->Name = StripPoints(Name_In);
+    layer->IsKml = QFileInfo(_path).suffix().compare("kml", Qt::CaseInsensitive) == 0;
+    return GIS->Add(std::move(layer));
 }

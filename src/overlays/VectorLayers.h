@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <vector>
 
 class GDALDataset;
 class OGRLayer;
@@ -19,11 +20,14 @@ public:
 
     QString Name;
     QString Path;
+    int EPSG = -1;        // the layer's coordinate system, -1 unknown
+    bool IsKml = false;   // read from a ".kml", whose coordinates are degrees
     OGRLayer* layer() const { return layer_; }
     int ShapeCount() const;
 
 private:
     friend std::unique_ptr<TGIS_LayerVector> ReadVectorLayer(const QString& path);
+    friend TGIS_LayerVector* GenNewLayer(class TGIS_ViewerWnd* GIS, const QString& Layername_in);
     GDALDataset* memory_ = nullptr;
     OGRLayer* layer_ = nullptr;
 };
@@ -41,3 +45,23 @@ bool SaveLayer(const TGIS_LayerVector* ll, const QString& OutPath);
 // and saves the whole as MM. Fewer than two files: " At least two files
 // needed " and nothing written.
 bool MergeShapeFilesFromTS(const QStringList& TS, const QString& MM);
+
+// The session's layers by name, as the operator's GIS view holds them.
+class TGIS_ViewerWnd {
+public:
+    std::vector<std::unique_ptr<TGIS_LayerVector>> Items;
+    // The layer of that name (any case), or null.
+    TGIS_LayerVector* Get(const QString& name) const;
+    // False when no layer has the name.
+    bool Delete(const QString& name);
+    TGIS_LayerVector* Add(std::unique_ptr<TGIS_LayerVector> layer);
+};
+
+// A new empty layer named after Layername_in (through StripPoints) in the
+// model's system, replacing a layer of that name in GIS.
+TGIS_LayerVector* GenNewLayer(TGIS_ViewerWnd* GIS, const QString& Layername_in);
+// True when GIS holds a layer named name (any case); found gets its name.
+bool IsAlreadyInGIS(const QString& name, QString& found, const TGIS_ViewerWnd* GIS);
+// The layer of file _path named Name_In: the one GIS holds already, or read
+// and added under the name through StripPoints. Null when it can't be read.
+TGIS_LayerVector* MyGisCreateLayer(const QString& Name_In, const QString& _path, TGIS_ViewerWnd* GIS);

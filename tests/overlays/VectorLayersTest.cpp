@@ -106,3 +106,31 @@ TEST(VectorLayersCli, MergeShapesPrintsTheOutputAndItsShapeCount) {
     EXPECT_NE(one.err.find(" At least two files needed "), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(dir.path("n.shp")));
 }
+
+TEST(VectorLayers, NewLayerReplacesOneOfItsStrippedNameInTheView) {
+    TGIS_ViewerWnd gis;
+    TGIS_LayerVector* first = GenNewLayer(&gis, "/data/roofs.shp");
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->Name, "roofs$shp");
+    EXPECT_EQ(first->ShapeCount(), 0);
+    TGIS_LayerVector* second = GenNewLayer(&gis, "/other/ROOFS.shp");
+    ASSERT_EQ(gis.Items.size(), 1u);
+    EXPECT_EQ(gis.Items[0].get(), second);
+    QString found;
+    EXPECT_TRUE(IsAlreadyInGIS("Roofs$SHP", found, &gis));
+    EXPECT_EQ(found, "ROOFS$shp");
+    EXPECT_FALSE(IsAlreadyInGIS("walls", found, &gis));
+}
+
+TEST(VectorLayers, CreateLayerReturnsTheViewsOwnOrReadsTheFile) {
+    ScratchDir dir;
+    writeLines(dir.path("a.shp"), {{"a1", 1}, {"a2", 2}});
+    TGIS_ViewerWnd gis;
+    TGIS_LayerVector* read = MyGisCreateLayer("a.shp", QString::fromStdString(dir.path("a.shp")), &gis);
+    ASSERT_NE(read, nullptr);
+    EXPECT_EQ(read->Name, "a$shp");
+    EXPECT_EQ(read->ShapeCount(), 2);
+    EXPECT_EQ(MyGisCreateLayer("A$SHP", "/no/such.shp", &gis), read);
+    EXPECT_EQ(MyGisCreateLayer("b", "/no/such.shp", &gis), nullptr);
+    EXPECT_EQ(gis.Items.size(), 1u);
+}
