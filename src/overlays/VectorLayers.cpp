@@ -193,3 +193,24 @@ TGIS_LayerVector* MyGisCreateLayer(const QString& Name_In, const QString& _path,
     layer->IsKml = QFileInfo(_path).suffix().compare("kml", Qt::CaseInsensitive) == 0;
     return GIS->Add(std::move(layer));
 }
+
+int LayerToLayerWKT(const TGIS_LayerVector* from, TGIS_LayerVector* to, const QString& WKT) {
+    if (!from || !to || !from->layer() || !to->layer()) return 0;
+    std::unique_ptr<OGRGeometry> area;
+    if (!WKT.trimmed().isEmpty()) {
+        OGRGeometry* parsed = nullptr;
+        const QByteArray text = WKT.toUtf8();
+        if (OGRGeometryFactory::createFromWkt(text.constData(), nullptr, &parsed) == OGRERR_NONE) area.reset(parsed);
+    }
+    int added = 0;
+    from->layer()->ResetReading();
+    for (auto& feature : *from->layer()) {
+        const OGRGeometry* geometry = feature->GetGeometryRef();
+        if (area && (!geometry || !geometry->Intersects(area.get()))) continue;
+        OGRFeature shape(to->layer()->GetLayerDefn());
+        shape.SetFrom(feature.get(), TRUE);
+        if (to->layer()->CreateFeature(&shape) == OGRERR_NONE) ++added;
+    }
+    to->EPSG = from->EPSG;
+    return added;
+}

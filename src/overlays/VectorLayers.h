@@ -65,3 +65,8 @@ bool IsAlreadyInGIS(const QString& name, QString& found, const TGIS_ViewerWnd* G
 // The layer of file _path named Name_In: the one GIS holds already, or read
 // and added under the name through StripPoints. Null when it can't be read.
 TGIS_LayerVector* MyGisCreateLayer(const QString& Name_In, const QString& _path, TGIS_ViewerWnd* GIS);
+
+// Every shape of from added to to, fields matched by name; WKT, when given,
+// limits them to the shapes meeting that geometry. The layer's parameters
+// (its system) follow. Returns the shapes added.
+int LayerToLayerWKT(const TGIS_LayerVector* from, TGIS_LayerVector* to, const QString& WKT);

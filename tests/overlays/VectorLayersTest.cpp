@@ -134,3 +134,20 @@ TEST(VectorLayers, CreateLayerReturnsTheViewsOwnOrReadsTheFile) {
     EXPECT_EQ(MyGisCreateLayer("b", "/no/such.shp", &gis), nullptr);
     EXPECT_EQ(gis.Items.size(), 1u);
 }
+
+TEST(VectorLayers, LayerToLayerCopiesEveryShapeOrThoseMeetingTheGeometry) {
+    ScratchDir dir;
+    writeLines(dir.path("a.shp"), {{"a1", 1}, {"a2", 5}, {"a3", 9}});
+    auto from = ReadVectorLayer(QString::fromStdString(dir.path("a.shp")));
+    ASSERT_TRUE(from);
+    from->EPSG = 2039;
+    TGIS_ViewerWnd gis;
+    TGIS_LayerVector* all = GenNewLayer(&gis, "all");
+    ASSERT_NE(all, nullptr);
+    EXPECT_EQ(LayerToLayerWKT(from.get(), all, ""), 3);
+    EXPECT_EQ(all->ShapeCount(), 3);
+    EXPECT_EQ(all->EPSG, 2039);
+    TGIS_LayerVector* some = GenNewLayer(&gis, "some");
+    // A box from x 4 to 10 meets the lines at x 5 and x 9 only.
+    EXPECT_EQ(LayerToLayerWKT(from.get(), some, "POLYGON((4 0,10 0,10 10,4 10,4 0))"), 2);
+}
