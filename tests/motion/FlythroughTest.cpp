@@ -394,7 +394,7 @@ TEST_F(Flythrough, AFileOfLinesIsRefusedAndNoWalkStarts) {
     line.addPoint(0, 0);
     line.addPoint(10, 0);
     feature->SetGeometry(&line);
-    layer->CreateFeature(feature);
+    EXPECT_EQ(layer->CreateFeature(feature), OGRERR_NONE);
     OGRFeature::DestroyFeature(feature);
     GDALClose(dataset);
     EXPECT_FALSE(OpenFlytroughFile(QString::fromStdString(path)));

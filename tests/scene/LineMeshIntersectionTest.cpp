@@ -149,8 +149,9 @@ TEST_F(LineMesh, BatchCallAgreesWithSingleCalls) {
                 At3d_Get_Line_Mesh_Intersection_Point(&v1s[3 * i], &v2s[3 * i], 0.5, hit, exitFirst) > 0 ? 1 : 0;
             expectedHits += single;
             ASSERT_EQ(results[i], single) << "segment " << i;
-            if (single && exitFirst == 0)
+            if (single && exitFirst == 0) {
                 for (int k = 0; k < 3; ++k) EXPECT_NEAR(points[3 * i + k], hit[k], 1e-6);
+            }
         }
         EXPECT_EQ(hits, expectedHits);
         EXPECT_GT(hits, 100);
