@@ -30,10 +30,8 @@ int CliClimate(const std::vector<std::string>& arguments) {
     if (!takeAltitude(args, altitude)) return CliUsageError("--altitude needs a height in metres", usage);
     if (args.size() != 3) return CliUsageError("climate takes a latitude, a longitude and a folder", usage);
     double lat, lon;
-    if (!ParseCliNumber(args[0], lat) || lat < -90 || lat > 90)
-        return CliUsageError("not a latitude: " + args[0], usage);
-    if (!ParseCliNumber(args[1], lon) || lon < -180 || lon > 180)
-        return CliUsageError("not a longitude: " + args[1], usage);
+    int error = 0;
+    if (!ParseCliLatLon(args, 0, lat, lon, usage, error)) return error;
     std::error_code ec;
     if (!std::filesystem::is_directory(args[2], ec)) return CliUsageError("not a folder: " + args[2], usage);
 

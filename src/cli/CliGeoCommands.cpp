@@ -45,10 +45,8 @@ int CliEastNorth(const std::vector<std::string>& args) {
     constexpr const char* usage = "zorvex64-cli en MODEL LAT LON";
     if (args.size() != 3) return CliUsageError("en takes a model and a latitude and longitude", usage);
     double lat, lon;
-    if (!ParseCliNumber(args[1], lat) || lat < -90 || lat > 90)
-        return CliUsageError("not a latitude: " + args[1], usage);
-    if (!ParseCliNumber(args[2], lon) || lon < -180 || lon > 180)
-        return CliUsageError("not a longitude: " + args[2], usage);
+    int error = 0;
+    if (!ParseCliLatLon(args, 1, lat, lon, usage, error)) return error;
     if (!LoadModelSystem(args[0])) return CLI_FAILED;
     double east, north;
     if (!GPSLatLon2EastNorth(lat, lon, east, north)) {
@@ -63,10 +61,8 @@ int CliGeoid(const std::vector<std::string>& args) {
     constexpr const char* usage = "zorvex64-cli geoid LAT LON";
     if (args.size() != 2) return CliUsageError("geoid takes a latitude and a longitude", usage);
     double lat, lon;
-    if (!ParseCliNumber(args[0], lat) || lat < -90 || lat > 90)
-        return CliUsageError("not a latitude: " + args[0], usage);
-    if (!ParseCliNumber(args[1], lon) || lon < -180 || lon > 180)
-        return CliUsageError("not a longitude: " + args[1], usage);
+    int error = 0;
+    if (!ParseCliLatLon(args, 0, lat, lon, usage, error)) return error;
     PrepareCliSession();
     const double separation = GetGMGeoidalSeparation(lat, lon);
     if (!geoState().GlobalGeoidalSeparationSet) {

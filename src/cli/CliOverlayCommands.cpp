@@ -102,10 +102,8 @@ int CliElevation(const std::vector<std::string>& args) {
     constexpr const char* usage = "zorvex64-cli elevation LAT LON";
     if (args.size() != 2) return CliUsageError("elevation takes a latitude and a longitude", usage);
     double lat, lon;
-    if (!ParseCliNumber(args[0], lat) || lat < -90 || lat > 90)
-        return CliUsageError("not a latitude: " + args[0], usage);
-    if (!ParseCliNumber(args[1], lon) || lon < -180 || lon > 180)
-        return CliUsageError("not a longitude: " + args[1], usage);
+    int error = 0;
+    if (!ParseCliLatLon(args, 0, lat, lon, usage, error)) return error;
     PrepareCliSession();
     StderrDialogService dialogs;
     CliCommandScope scope(&dialogs);

@@ -128,3 +128,16 @@ bool ParseCliNumbers(const std::vector<std::string>& words, std::size_t from, st
         }
     return true;
 }
+
+bool ParseCliLatLon(const std::vector<std::string>& words, std::size_t from, double& lat, double& lon,
+                    const char* usage, int& error) {
+    if (!ParseCliNumber(words[from], lat) || lat < -90 || lat > 90) {
+        error = CliUsageError("not a latitude: " + words[from], usage);
+        return false;
+    }
+    if (!ParseCliNumber(words[from + 1], lon) || lon < -180 || lon > 180) {
+        error = CliUsageError("not a longitude: " + words[from + 1], usage);
+        return false;
+    }
+    return true;
+}

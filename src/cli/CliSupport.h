@@ -15,6 +15,11 @@ bool ParseCliNumber(const std::string& word, double& value);
 bool ParseCliNumbers(const std::vector<std::string>& words, std::size_t from, std::size_t count, double* values,
                      const char* usage, int& error);
 
+// Parses words[from] and words[from + 1] as a latitude and a longitude in
+// degrees; on a bad one prints the usage error and leaves its exit code in error.
+bool ParseCliLatLon(const std::vector<std::string>& words, std::size_t from, double& lat, double& lon,
+                    const char* usage, int& error);
+
 // Prints "error: <message>" and the usage line to stderr; returns CLI_BAD_ARGUMENTS.
 int CliUsageError(const std::string& message, const char* usage);
 
